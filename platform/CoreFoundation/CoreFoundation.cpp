@@ -1,0 +1,148 @@
+// Strings by GLib's conversions, and a bundle that is a folder of files near the executable.
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <glib.h>
+
+#include <cstddef>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace {
+
+/// What stands behind both a string (in UTF-8) and a URL (an absolute path).
+struct Text {
+    std::string bytes;
+};
+
+template <typename Reference>
+Reference Handle(std::string bytes) {
+    // Owned by the caller, who gives it back by CFRelease.
+    return reinterpret_cast<Reference>(new Text{std::move(bytes)});
+}
+
+const std::string& Bytes(const void* object) {
+    return static_cast<const Text*>(object)->bytes;
+}
+
+constexpr const char* macRoman = "MACINTOSH";
+constexpr const char* utf8 = "UTF-8";
+
+std::optional<std::string> Converted(const std::string& bytes, const char* to, const char* from) {
+    gsize size = 0;
+    const std::unique_ptr<char, decltype(&g_free)> converted(
+        g_convert(bytes.data(), static_cast<gssize>(bytes.size()), to, from, nullptr, &size,
+                  nullptr),
+        g_free);
+    if (converted == nullptr) {
+        return std::nullopt;
+    }
+    return std::string(converted.get(), size);
+}
+
+std::optional<std::string> Decoded(const char* text, CFStringEncoding encoding) {
+    switch (encoding) {
+    case kCFStringEncodingMacRoman:
+        return Converted(text, utf8, macRoman);
+    case kCFStringEncodingUTF8:
+        if (g_utf8_validate(text, -1, nullptr) != FALSE) {
+            return text;
+        }
+        return std::nullopt;
+    default:
+        return std::nullopt;
+    }
+}
+
+std::optional<std::string> Encoded(const std::string& bytes, CFStringEncoding encoding) {
+    switch (encoding) {
+    case kCFStringEncodingMacRoman:
+        return Converted(bytes, macRoman, utf8);
+    case kCFStringEncodingUTF8:
+        return bytes;
+    default:
+        return std::nullopt;
+    }
+}
+
+/// Zero-terminated and whole, or not at all.
+bool Copied(const std::string& bytes, char* buffer, CFIndex bufferSize) {
+    if (buffer == nullptr || bufferSize <= 0 ||
+        bytes.size() >= static_cast<std::size_t>(bufferSize)) {
+        return false;
+    }
+    std::memcpy(buffer, bytes.c_str(), bytes.size() + 1);
+    return true;
+}
+
+/// Empty when there is none.
+std::filesystem::path ResourceFolder() {
+    std::error_code error;
+    const auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error) {
+        return {};
+    }
+    const auto folder = executable.parent_path();
+    for (const auto& candidate :
+         {folder / "resources", folder.parent_path() / "share" / "skovra"}) {
+        if (std::filesystem::is_directory(candidate, error)) {
+            return candidate;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+struct CFBundleObject {
+    std::filesystem::path folder;
+};
+
+extern "C" {
+
+CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* text, CFStringEncoding encoding) {
+    if (text == nullptr) {
+        return nullptr;
+    }
+    auto decoded = Decoded(text, encoding);
+    return decoded ? Handle<CFStringRef>(*std::move(decoded)) : nullptr;
+}
+
+Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
+                           CFStringEncoding encoding) {
+    if (string == nullptr) {
+        return false;
+    }
+    const auto encoded = Encoded(Bytes(string), encoding);
+    return encoded && Copied(*encoded, buffer, bufferSize);
+}
+
+CFBundleRef CFBundleGetMainBundle() {
+    static CFBundleObject bundle{ResourceFolder()};
+    return &bundle;
+}
+
+CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringRef type,
+                                 CFStringRef) {
+    if (bundle == nullptr || bundle->folder.empty() || name == nullptr) {
+        return nullptr;
+    }
+    const auto path =
+        bundle->folder / (type == nullptr ? Bytes(name) : Bytes(name) + '.' + Bytes(type));
+    // Anything there counts, be it a folder or unreadable: who opens it reports what is wrong.
+    std::error_code error;
+    return std::filesystem::exists(path, error) ? Handle<CFURLRef>(path.string()) : nullptr;
+}
+
+Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean, UInt8* buffer, CFIndex bufferSize) {
+    return url != nullptr && Copied(Bytes(url), reinterpret_cast<char*>(buffer), bufferSize);
+}
+
+void CFRelease(CFTypeRef object) {
+    delete static_cast<const Text*>(object);
+}
+}

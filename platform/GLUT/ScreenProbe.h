@@ -1,0 +1,36 @@
+// What must be known of the X screen before game mode is asked for, and freeglut does not tell.
+#pragma once
+
+#include <memory>
+
+using Display = struct _XDisplay;
+
+/// A connection of its own to the X server that freeglut is on.
+/// Main thread only; to be made after glutInit.
+class ScreenProbe {
+public:
+    ScreenProbe();
+
+    /// Pixels, as the screen is now; 0 when the server does not answer.
+    int Width() const;
+    int Height() const;
+
+    /// True when game mode at the current resolution would leave every mode, monitor and other
+    /// program's grab as it is: the server is on this machine and offers mode switching, its one
+    /// monitor covers the screen, upright, the mode freeglut would choose, and later restore, is
+    /// the one in use, and pointer and keyboard are free.
+    bool GameModeChangesNothing() const;
+
+    /// Where the pointer is, in pixels of the screen.
+    struct Position {
+        int x;
+        int y;
+    };
+    Position Pointer() const;
+
+private:
+    struct Closer {
+        void operator()(Display* opened) const;
+    };
+    std::unique_ptr<Display, Closer> display;
+};

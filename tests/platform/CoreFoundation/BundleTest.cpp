@@ -1,0 +1,195 @@
+// Where the bundle finds resources, asked of a program copied into folders made for each case.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class MainBundle : public testing::Test {
+protected:
+    MainBundle() {
+        auto pattern = (fs::temp_directory_path() / "bundle-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            throw std::runtime_error("no temporary folder");
+        }
+        root = fs::canonical(pattern);
+    }
+    ~MainBundle() override { fs::remove_all(root); }
+    MainBundle(const MainBundle&) = delete;
+    MainBundle& operator=(const MainBundle&) = delete;
+
+    static fs::path Install(const fs::path& folder) {
+        fs::create_directories(folder);
+        fs::copy_file(BUNDLE_PATH, folder / "program");
+        return folder / "program";
+    }
+
+    static fs::path Put(const fs::path& file) {
+        fs::create_directories(file.parent_path());
+        std::ofstream(file) << "content";
+        return file;
+    }
+
+    /// What the program prints when it runs in the root folder of this case.
+    std::string Ask(const fs::path& program, const std::string& name, const std::string& type) {
+        const auto command = "cd '" + root.string() + "' && '" + program.string() + "' '" + name +
+                             "' '" + type + "'";
+        std::FILE* output = popen(command.c_str(), "r");
+        if (output == nullptr) {
+            throw std::runtime_error(command);
+        }
+        std::string answer;
+        for (int letter = std::fgetc(output); letter != EOF; letter = std::fgetc(output)) {
+            answer += static_cast<char>(letter);
+        }
+        if (pclose(output) != 0) {
+            throw std::runtime_error(command);
+        }
+        return answer;
+    }
+
+    /// A folder so deep that file "a.b" in its resources/ has a path of that many bytes.
+    fs::path FolderForPathOf(std::size_t bytes) {
+        auto folder = root;
+        const std::string end = "/resources/a.b";
+        while (bytes - end.size() - folder.string().size() > 200) {
+            folder /= std::string(100, 'd');
+        }
+        folder /= std::string(bytes - end.size() - folder.string().size() - 1, 'e');
+        return folder;
+    }
+
+    fs::path root;
+};
+
+TEST_F(MainBundle, FindsAResourceBesideTheProgram) {
+    const auto program = Install(root / "bin");
+    const auto file = Put(root / "bin/resources/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), file.string());
+}
+
+TEST_F(MainBundle, FindsAnInstalledResource) {
+    const auto program = Install(root / "bin");
+    const auto file = Put(root / "share/skovra/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), file.string());
+}
+
+TEST_F(MainBundle, PrefersTheFolderBesideTheProgram) {
+    const auto program = Install(root / "bin");
+    Put(root / "share/skovra/texture.png");
+    const auto file = Put(root / "bin/resources/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), file.string());
+}
+
+TEST_F(MainBundle, LooksIntoOneFolderOnly) {
+    const auto program = Install(root / "bin");
+    Put(root / "share/skovra/texture.png");
+    Put(root / "bin/resources/other.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
+}
+
+TEST_F(MainBundle, AFileNamedResourcesIsNoFolderOfThem) {
+    const auto program = Install(root / "bin");
+    Put(root / "bin/resources");
+    const auto file = Put(root / "share/skovra/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), file.string());
+}
+
+TEST_F(MainBundle, WithoutAFolderHasNoUrls) {
+    EXPECT_EQ(Ask(Install(root / "bin"), "texture", "png"), "no URL");
+}
+
+TEST_F(MainBundle, AMissingResourceHasNoUrl) {
+    const auto program = Install(root / "bin");
+    Put(root / "bin/resources/texture.png");
+    EXPECT_EQ(Ask(program, "textur", "png"), "no URL");
+    EXPECT_EQ(Ask(program, "texture", "mp3"), "no URL");
+    EXPECT_EQ(Ask(program, "Texture", "png"), "no URL");
+}
+
+TEST_F(MainBundle, DoesNotLookIntoTheWorkingDirectory) {
+    const auto program = Install(root / "bin");
+    Put(root / "texture.png");
+    Put(root / "resources/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
+}
+
+TEST_F(MainBundle, IsThatOfTheProgramNotOfALinkToIt) {
+    const auto program = Install(root / "bin");
+    const auto file = Put(root / "bin/resources/texture.png");
+    Put(root / "elsewhere/resources/texture.png");
+    fs::create_symlink(program, root / "elsewhere/link");
+    EXPECT_EQ(Ask(root / "elsewhere/link", "texture", "png"), file.string());
+}
+
+TEST_F(MainBundle, FolderMayBeALink) {
+    const auto program = Install(root / "bin");
+    Put(root / "pictures/texture.png");
+    fs::create_directory_symlink(root / "pictures", root / "bin/resources");
+    EXPECT_EQ(Ask(program, "texture", "png"), (root / "bin/resources/texture.png").string());
+}
+
+TEST_F(MainBundle, PathsKeepSpacesAndLetters) {
+    const auto program = Install(root / "my s\u00F8k \u65E5");
+    const auto file = Put(root / "my s\u00F8k \u65E5/resources/a texture.png");
+    EXPECT_EQ(Ask(program, "a texture", "png"), file.string());
+}
+
+TEST_F(MainBundle, NamesAreTurnedIntoUtf8) {
+    const auto program = Install(root / "bin");
+    const auto file = Put(root / "bin/resources/kj\u00F8re.png");
+    EXPECT_EQ(Ask(program, "kj\xBFre", "png"), file.string());
+}
+
+TEST_F(MainBundle, AFolderHasAUrl) {
+    const auto program = Install(root / "bin");
+    fs::create_directories(root / "bin/resources/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), (root / "bin/resources/texture.png").string());
+}
+
+TEST_F(MainBundle, AnUnreadableFileHasAUrl) {
+    const auto program = Install(root / "bin");
+    const auto file = Put(root / "bin/resources/texture.png");
+    fs::permissions(file, fs::perms::none);
+    EXPECT_EQ(Ask(program, "texture", "png"), file.string());
+}
+
+TEST_F(MainBundle, ALinkToAFileHasAUrl) {
+    const auto program = Install(root / "bin");
+    Put(root / "picture");
+    fs::create_directories(root / "bin/resources");
+    fs::create_symlink(root / "picture", root / "bin/resources/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), (root / "bin/resources/texture.png").string());
+}
+
+TEST_F(MainBundle, ALinkToNothingHasNoUrl) {
+    const auto program = Install(root / "bin");
+    fs::create_directories(root / "bin/resources");
+    fs::create_symlink(root / "nothing", root / "bin/resources/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
+}
+
+TEST_F(MainBundle, APathOf1023BytesIsRepresented) {
+    const auto folder = FolderForPathOf(1023);
+    const auto program = Install(folder);
+    const auto file = Put(folder / "resources/a.b");
+    ASSERT_EQ(file.string().size(), 1023U);
+    EXPECT_EQ(Ask(program, "a", "b"), file.string());
+}
+
+TEST_F(MainBundle, APathOf1024BytesIsNotCutShort) {
+    const auto folder = FolderForPathOf(1024);
+    const auto program = Install(folder);
+    const auto file = Put(folder / "resources/a.b");
+    ASSERT_EQ(file.string().size(), 1024U);
+    EXPECT_EQ(Ask(program, "a", "b"), "no path");
+}
+
+} // namespace
