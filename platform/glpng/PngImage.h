@@ -1,0 +1,30 @@
+// PNG file to pixels in memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+
+namespace glpng {
+
+/// A decoded picture: rows from the top down, without padding, 8 bits a channel.
+struct PngImage {
+    unsigned int width = 0;  ///< pixels
+    unsigned int height = 0; ///< pixels
+    unsigned int depth = 0;  ///< bits a channel, as stored in the file
+    bool hasAlpha = false;   ///< RGBA, or else RGB
+    std::unique_ptr<unsigned char[]> pixels;
+
+    std::size_t RowBytes() const { return std::size_t{width} * (hasAlpha ? 4 : 3); }
+};
+
+/// The most that a decoded picture may need.
+inline constexpr std::size_t maxPixelBytes = std::size_t{256} << 20;
+
+/// Reads the PNG file that starts at the position of @p file.
+/// False, with @p image in any state: it is none, is damaged or cut short, has a side of more
+/// than @p maxSide (>= 1) pixels, or needs more than maxPixelBytes; for its size it is refused
+/// before anything is allocated. Throws nothing.
+bool DecodePng(std::FILE* file, unsigned int maxSide, PngImage& image);
+
+} // namespace glpng

@@ -1,0 +1,104 @@
+// A real OpenGL context without a display, through EGL's surfaceless platform.
+#include "OffscreenContext.h"
+
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+
+#include <cstdlib>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+namespace gltest {
+
+struct OffscreenContext::Handles {
+    Handles() = default;
+    Handles(const Handles&) = delete;
+    Handles& operator=(const Handles&) = delete;
+
+    ~Handles() {
+        eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+        if (context != EGL_NO_CONTEXT) {
+            eglDestroyContext(display, context);
+        }
+        if (surface != EGL_NO_SURFACE) {
+            eglDestroySurface(display, surface);
+        }
+    }
+
+    EGLDisplay display = EGL_NO_DISPLAY;
+    EGLSurface surface = EGL_NO_SURFACE;
+    EGLContext context = EGL_NO_CONTEXT;
+};
+
+namespace {
+
+void Require(bool succeeded, const char* step) {
+    if (!succeeded) {
+        std::ostringstream text;
+        text << step << ": EGL error 0x" << std::hex << eglGetError();
+        throw std::runtime_error(text.str());
+    }
+}
+
+EGLDisplay OpenDisplay() {
+    setenv("LIBGL_ALWAYS_SOFTWARE", "1", 0);
+    setenv("LP_NUM_THREADS", "0", 0); // software draws in the calling thread
+    EGLDisplay display =
+        eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
+    Require(display != EGL_NO_DISPLAY, "no surfaceless display");
+    Require(eglInitialize(display, nullptr, nullptr) == EGL_TRUE, "initialisation");
+    return display;
+}
+
+// Stays open as long as the process: closing it would unload the driver.
+EGLDisplay Display() {
+    static const EGLDisplay display = OpenDisplay();
+    return display;
+}
+
+EGLConfig ChooseConfig(EGLDisplay display) {
+    const EGLint wanted[] = {EGL_SURFACE_TYPE,
+                             EGL_PBUFFER_BIT,
+                             EGL_RENDERABLE_TYPE,
+                             EGL_OPENGL_BIT,
+                             EGL_RED_SIZE,
+                             8,
+                             EGL_GREEN_SIZE,
+                             8,
+                             EGL_BLUE_SIZE,
+                             8,
+                             EGL_ALPHA_SIZE,
+                             8,
+                             EGL_DEPTH_SIZE,
+                             24,
+                             EGL_SAMPLE_BUFFERS,
+                             0,
+                             EGL_NONE};
+    EGLConfig config = nullptr;
+    EGLint count = 0;
+    Require(eglChooseConfig(display, wanted, &config, 1, &count) == EGL_TRUE && count == 1,
+            "no configuration with an off-screen buffer");
+    return config;
+}
+
+} // namespace
+
+OffscreenContext::OffscreenContext(int width, int height) : handles(std::make_unique<Handles>()) {
+    handles->display = Display();
+    Require(eglBindAPI(EGL_OPENGL_API) == EGL_TRUE, "no desktop OpenGL");
+    const EGLConfig config = ChooseConfig(handles->display);
+    const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
+    handles->surface = eglCreatePbufferSurface(handles->display, config, size);
+    Require(handles->surface != EGL_NO_SURFACE, "off-screen buffer");
+    // Without a version asked for, the context is one with the fixed functions.
+    handles->context = eglCreateContext(handles->display, config, EGL_NO_CONTEXT, nullptr);
+    Require(handles->context != EGL_NO_CONTEXT, "context");
+    Require(eglMakeCurrent(handles->display, handles->surface, handles->surface,
+                           handles->context) == EGL_TRUE,
+            "making the context current");
+}
+
+OffscreenContext::~OffscreenContext() = default;
+
+} // namespace gltest

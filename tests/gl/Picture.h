@@ -1,0 +1,44 @@
+// What was drawn, as a picture that tests compare with what they expect.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <iosfwd>
+#include <vector>
+
+namespace gltest {
+
+/// A colour of 8 bits a channel.
+struct Rgba {
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    int alpha = 255;
+
+    bool operator==(const Rgba&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Rgba& colour);
+
+/// Pixels from the top left, x to the right, y down.
+struct Picture {
+    int width = 0;
+    int height = 0;
+    std::vector<unsigned char> bytes; ///< RGBA, rows from the top down
+
+    Rgba At(int x, int y) const;
+    bool operator==(const Picture&) const = default;
+};
+
+/// Reads the lower left @p width by @p height pixels of what is drawn in the current context.
+Picture ReadDrawn(int width, int height);
+
+/// Reads level 0 of the texture bound to GL_TEXTURE_2D, its row 0 as the picture's top.
+Picture ReadTexture();
+
+/// Whether the pixel's channels, alpha left out, differ from @p expected by at most @p tolerance.
+/// Where they do not the picture is kept in the working directory and named in the answer.
+testing::AssertionResult PixelIs(const Picture& picture, int x, int y, const Rgba& expected,
+                                 int tolerance = 1);
+
+} // namespace gltest
