@@ -1,0 +1,66 @@
+// The sound device, by way of cubeb. The only file that knows it.
+#include "CubebOutput.h"
+
+#include "Clock.h"
+#include "Output.h"
+#include "OutputTimeline.h"
+
+#include <cubeb/cubeb.h>
+
+namespace sound {
+
+// 100 ms: half of it drops out beside busy processes.
+static constexpr std::uint32_t latencyFrames = outputRateHz / 10;
+
+void CubebOutput::DeleteContext::operator()(cubeb* owned) const {
+    cubeb_destroy(owned);
+}
+
+void CubebOutput::DeleteStream::operator()(cubeb_stream* owned) const {
+    cubeb_stream_stop(owned);
+    cubeb_stream_destroy(owned);
+}
+
+CubebOutput::~CubebOutput() = default;
+
+static void Notice(cubeb_stream*, void* feed, cubeb_state state) {
+    if (state == CUBEB_STATE_ERROR) {
+        static_cast<DeviceFeed*>(feed)->Fail();
+    }
+}
+
+bool CubebOutput::Start() {
+    cubeb* openedContext = nullptr;
+    if (cubeb_init(&openedContext, "Skovra", nullptr) != CUBEB_OK) {
+        return false;
+    }
+    context.reset(openedContext);
+
+    cubeb_stream_params params = {};
+    params.format = CUBEB_SAMPLE_FLOAT32NE;
+    params.rate = static_cast<std::uint32_t>(outputRateHz);
+    params.channels = 2;
+    params.layout = CUBEB_LAYOUT_STEREO;
+    params.prefs = CUBEB_STREAM_PREF_NONE;
+    cubeb_stream* openedStream = nullptr;
+    if (cubeb_stream_init(openedContext, &openedStream, "Music", nullptr, nullptr, nullptr, &params,
+                          latencyFrames, Fill, Notice, &feed) != CUBEB_OK) {
+        return false;
+    }
+    stream.reset(openedStream);
+    return cubeb_stream_start(openedStream) == CUBEB_OK;
+}
+
+// The position is asked for here only: elsewhere cubeb takes a lock for it. Nor is its latency ever
+// asked for: once a server has died, cubeb ends the process over that.
+long CubebOutput::Fill(cubeb_stream* stream, void* feed, const void*, void* output,
+                       long frames) noexcept {
+    std::uint64_t played = 0;
+    const bool known = cubeb_stream_get_position(stream, &played) == CUBEB_OK;
+    const bool wanted = static_cast<DeviceFeed*>(feed)->Render(
+        static_cast<float*>(output), static_cast<std::int32_t>(frames),
+        known ? static_cast<std::int64_t>(played) : -1, MonotonicNs());
+    return wanted ? frames : static_cast<long>(CUBEB_ERROR);
+}
+
+} // namespace sound

@@ -1,0 +1,112 @@
+// What the callback of one opened device does.
+#include "OutputTimeline.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace sound {
+
+static constexpr std::int64_t millisecondNs = 1'000'000;
+static constexpr std::int64_t shortestTrialNs = 20 * millisecondNs;
+static constexpr std::int64_t trialTolerance = outputRateHz / 200;
+static constexpr std::int64_t paceWindowNs = 1000 * millisecondNs;
+
+// A device may ask for this much at once, and be this far from its nominal rate for a moment: it
+// fills its buffers first, and catches up after a delay.
+static constexpr std::int64_t burstFrames = outputRateHz / 2;
+
+// Frames that may be between the callback and the listener; a device that claims more is wrong.
+static constexpr std::int64_t longestWay = outputRateHz / 2;
+
+bool DeviceFeed::Render(float* block, std::int32_t frames, std::int64_t playedFrames,
+                        std::int64_t nowNs) noexcept {
+    std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 0.0F);
+    if (!HasFailed() && !IsPacePlausible(frames, nowNs)) {
+        Fail();
+    }
+    if (HasFailed()) {
+        return false;
+    }
+    playedFrames = std::min(playedFrames, handedOut);
+    if (timeline.TryEnter()) {
+        const bool plays = timeline.driver.load() == this ||
+                           (IsTrusted(playedFrames, nowNs) && TakeOver(playedFrames, nowNs));
+        if (plays && !timeline.closed && !HasFailed()) {
+            Play(block, frames, playedFrames, nowNs);
+        }
+        timeline.Leave();
+    }
+    handedOut += frames;
+    return true;
+}
+
+void DeviceFeed::Fail() noexcept {
+    failed.store(true);
+    if (timeline.driver.load() == this) {
+        timeline.driverFailed.store(true);
+    }
+}
+
+// Compares what is asked for with the time that passes: a device that is none takes any amount, one
+// that plays does not fall behind for long.
+bool DeviceFeed::IsPacePlausible(std::int32_t frames, std::int64_t nowNs) noexcept {
+    if (handedOut == 0) {
+        paceNs = nowNs;
+    }
+    const std::int64_t expected = FramesIn(nowNs - paceNs);
+    const std::int64_t asked = handedOut + frames - paceFrames;
+    const bool tooSlow = asked < expected - burstFrames && timeline.driver.load() == this;
+    if (asked > expected + burstFrames || tooSlow) {
+        return false;
+    }
+    if (nowNs - paceNs >= paceWindowNs) {
+        paceNs = nowNs;
+        paceFrames = handedOut + frames;
+    }
+    return true;
+}
+
+// Whether its position has moved as time has for a moment. Some devices play nothing for seconds
+// after they were started.
+bool DeviceFeed::IsTrusted(std::int64_t playedFrames, std::int64_t nowNs) noexcept {
+    if (playedFrames < 0 || handedOut - playedFrames > longestWay) {
+        return false;
+    }
+    const std::int64_t expected = FramesIn(nowNs - trialNs);
+    const std::int64_t played = playedFrames - trialFrames;
+    if (trialNs == 0 || std::abs(played - expected) > expected / 4 + trialTolerance) {
+        trialNs = nowNs;
+        trialFrames = playedFrames;
+    }
+    return nowNs - trialNs >= shortestTrialNs;
+}
+
+// The next frame given to the device will be heard once the handedOut - playedFrames before it are.
+// The timeline's frame that silence would have played at that moment is to be that frame.
+bool DeviceFeed::TakeOver(std::int64_t playedFrames, std::int64_t nowNs) noexcept {
+    if (timeline.IsSounding() || timeline.closed) {
+        return false;
+    }
+    const std::int64_t next = timeline.HeardFrames(nowNs) + handedOut - playedFrames;
+    const std::int64_t ready = timeline.handedOut.load();
+    timeline.Discard(next - ready);
+    silenceLeft = std::max<std::int64_t>(ready - next, 0);
+    offset = next - handedOut;
+    timeline.driverFailed.store(false);
+    timeline.driver.store(this);
+    paceNs = nowNs;
+    paceFrames = handedOut;
+    return true;
+}
+
+void DeviceFeed::Play(float* block, std::int32_t frames, std::int64_t playedFrames,
+                      std::int64_t nowNs) noexcept {
+    if (playedFrames >= 0) {
+        timeline.playHead.Publish(playedFrames + offset, nowNs);
+    }
+    const std::int64_t silent = std::min<std::int64_t>(silenceLeft, frames);
+    silenceLeft -= silent;
+    timeline.Render(block + 2 * silent, static_cast<std::int32_t>(frames - silent));
+}
+
+} // namespace sound

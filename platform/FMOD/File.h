@@ -1,0 +1,47 @@
+// A file to stream from; tells a read error from the end.
+#pragma once
+
+#include <FMOD/FMOD.h>
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+
+#include <sys/types.h>
+
+namespace sound {
+
+/// A regular file open for reading.
+class File {
+public:
+    /// FMOD_ERR_FILE_NOTFOUND: no such file, or an empty path. FMOD_ERR_FILE_BAD: it may not be
+    /// read, or is a directory, a pipe or a device. FMOD_ERR_MEMORY: too many open files.
+    static FMOD_RESULT Open(const char* path, std::unique_ptr<File>& file);
+
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    ~File();
+
+    off_t Size() const { return size; }
+
+    /// Reads up to @p count bytes, less only at the end; -1 on an error, which Failed remembers.
+    ssize_t Read(void* bytes, std::size_t count);
+
+    /// As lseek(2).
+    off_t Seek(off_t offset, int whence);
+
+    bool Failed() const { return failed; }
+
+    /// Any thread: from now on every Read fails.
+    void Interrupt() { interrupted = true; }
+
+private:
+    File(int openDescriptor, off_t sizeBytes);
+
+    int descriptor;
+    off_t size;
+    bool failed = false;
+    std::atomic<bool> interrupted{false};
+};
+
+} // namespace sound

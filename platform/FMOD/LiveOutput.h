@@ -1,0 +1,47 @@
+// What the live output's threads share.
+#pragma once
+
+#include "OutputTimeline.h"
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+
+namespace sound {
+
+/// Owned by all that use it together: a device thread that hangs in a sound server keeps its part.
+struct LiveOutput {
+    LiveOutput(const Source& source, std::int64_t nowNs) : timeline(source, nowNs) {}
+
+    /// Waits until Stop, @p wanted() or @p limit; false: stopped.
+    template <typename Condition>
+    bool Wait(std::chrono::milliseconds limit, Condition wanted) {
+        std::unique_lock<std::mutex> lock(mutex);
+        changed.wait_for(lock, limit, [&] { return stopped || wanted(); });
+        return !stopped;
+    }
+
+    void Wake() {
+        const std::lock_guard<std::mutex> lock(mutex);
+        changed.notify_all();
+    }
+
+    void Stop() {
+        const std::lock_guard<std::mutex> lock(mutex);
+        stopped = true;
+        changed.notify_all();
+    }
+
+    OutputTimeline timeline;
+    std::atomic<bool> deviceFailed{false}; ///< the latest attempt to open one came to nothing
+    std::atomic<bool> deviceClosed{false}; ///< by the device thread, at its end
+    std::atomic<bool> soundWanted{false};  ///< something was played, or is about to be
+
+private:
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool stopped = false; // under the mutex
+};
+
+} // namespace sound

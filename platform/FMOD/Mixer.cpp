@@ -1,0 +1,61 @@
+// What the output plays: the voices' sum, and a history of it.
+#include "Mixer.h"
+
+#include "Voice.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace sound {
+
+// The longest spectrum looks back 16384 frames, and up to as many may be handed out but not heard.
+static constexpr std::int64_t historyFrames = 32768;
+
+Mixer::Mixer(std::size_t slotsWanted)
+    : slotCount(slotsWanted), slots(std::make_unique<std::atomic<Voice*>[]>(slotsWanted)),
+      history(historyFrames) {}
+
+void Mixer::Play(std::size_t slot, Voice* voice) noexcept {
+    slots[slot].store(voice);
+    // A use that began before the store may have seen the former voice; it lasts for one block.
+    const std::uint32_t use = uses.load();
+    while (use % 2 == 1 && uses.load() == use) {
+        std::this_thread::yield();
+    }
+}
+
+void Mixer::Render(float* block, std::int32_t frames) noexcept {
+    uses.fetch_add(1);
+    for (std::int64_t done = 0; done < frames; done += Voice::longestBlock) {
+        const std::int64_t left = frames - done;
+        RenderBlock(block + 2 * done,
+                    static_cast<std::int32_t>(std::min<std::int64_t>(left, Voice::longestBlock)));
+    }
+    uses.fetch_add(1);
+}
+
+void Mixer::RenderBlock(float* block, std::int32_t frames) noexcept {
+    const std::int64_t samples = 2 * static_cast<std::int64_t>(frames);
+    std::fill_n(block, samples, 0.0F);
+    for (std::size_t slot = 0; slot < slotCount; ++slot) {
+        if (Voice* voice = slots[slot].load()) {
+            voice->MixInto(block, frames, rendered);
+        }
+    }
+    std::transform(block, block + samples, block,
+                   [](float sample) { return std::clamp(sample, -1.0F, 1.0F); });
+    history.Append(block, frames);
+    rendered += frames;
+}
+
+void Mixer::WaitUntilReady(std::int32_t frames) noexcept {
+    uses.fetch_add(1);
+    for (std::size_t slot = 0; slot < slotCount; ++slot) {
+        if (Voice* voice = slots[slot].load()) {
+            voice->WaitUntilReady(frames);
+        }
+    }
+    uses.fetch_add(1);
+}
+
+} // namespace sound

@@ -1,0 +1,27 @@
+// The four bytes that begin each frame of an MP3 stream, and where its first frame is.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace sound {
+
+struct Mp3Header {
+    std::uint32_t bits;
+    int rateHz;
+    int frameBytes; ///< 0: free format, the header does not tell
+};
+
+/// The MPEG audio layer III header that @p bytes (at least 4) begin with, if they do.
+std::optional<Mp3Header> ParseMp3Header(std::span<const unsigned char> bytes);
+
+/// Where in @p bytes an MP3 stream begins: the first header that is followed, where its frame ends,
+/// by another of the same stream (in free format by two more at equal distances).
+std::optional<std::size_t> FindMp3Stream(std::span<const unsigned char> bytes);
+
+/// Bytes of the ID3v2 tag that @p bytes (at least 10) begin with, its header included; 0: no tag.
+std::size_t Id3TagBytes(std::span<const unsigned char> bytes);
+
+} // namespace sound

@@ -1,0 +1,46 @@
+// Which moment of the music is heard when: pauses and gaps part its time from the output's.
+#include "MusicTime.h"
+
+#include <algorithm>
+
+namespace sound {
+
+void MusicTime::Mark(std::int64_t outputFrame, std::int64_t musicFrame, Course course) noexcept {
+    const std::uint32_t number = finished.load(std::memory_order_relaxed);
+    begun.store(number + 1, std::memory_order_relaxed);
+    Entry& entry = entries[number % capacity];
+    entry.outputFrame.store(outputFrame, std::memory_order_release);
+    entry.musicFrame.store(musicFrame, std::memory_order_release);
+    entry.course.store(course, std::memory_order_release);
+    finished.store(number + 1, std::memory_order_release);
+}
+
+MusicTime::Moment MusicTime::At(std::int64_t outputFrame) const noexcept {
+    Moment moment = {0, Course::Halted};
+    bool known = false;
+    std::uint32_t number = finished.load(std::memory_order_acquire);
+    while (number > 0) {
+        const Entry& entry = entries[(number - 1) % capacity];
+        const std::int64_t from = entry.outputFrame.load(std::memory_order_acquire);
+        const Moment start = {entry.musicFrame.load(std::memory_order_acquire),
+                              entry.course.load(std::memory_order_acquire)};
+        const bool overwritten = begun.load(std::memory_order_relaxed) > number - 1 + capacity;
+        if (overwritten && known) {
+            return moment; // the oldest mark that is kept must do
+        }
+        if (overwritten) {
+            number = finished.load(std::memory_order_acquire); // not even the latest was: again
+            continue;
+        }
+        moment = start;
+        known = true;
+        if (from <= outputFrame) {
+            moment.musicFrame += start.course == Course::Running ? outputFrame - from : 0;
+            return moment;
+        }
+        --number;
+    }
+    return {moment.musicFrame, Course::Halted}; // before the first mark
+}
+
+} // namespace sound

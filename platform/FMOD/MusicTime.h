@@ -1,0 +1,47 @@
+// Which moment of the music is heard when: pauses and gaps part its time from the output's.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+
+namespace sound {
+
+/// Maps frames of the output's timeline to frames of the music.
+/// Mark: one thread at a time, real-time. At: any thread. Neither blocks.
+class MusicTime {
+public:
+    enum class Course : int { Running, Halted, Ended, Broken };
+
+    static constexpr bool IsOver(Course course) {
+        return course == Course::Ended || course == Course::Broken;
+    }
+
+    struct Moment {
+        std::int64_t musicFrame;
+        Course course;
+    };
+
+    /// From output frame @p outputFrame (never before the latest mark) on, the music runs from, or
+    /// stands still at, @p musicFrame.
+    void Mark(std::int64_t outputFrame, std::int64_t musicFrame, Course course) noexcept;
+
+    /// What is heard of the music when @p outputFrame is heard; halted at 0 before the first mark.
+    Moment At(std::int64_t outputFrame) const noexcept;
+
+private:
+    struct Entry {
+        std::atomic<std::int64_t> outputFrame{0};
+        std::atomic<std::int64_t> musicFrame{0};
+        std::atomic<Course> course{Course::Halted};
+    };
+    // More changes than fit into what is handed out but not heard yet: those of two a block.
+    static constexpr std::uint32_t capacity = 256;
+
+    std::array<Entry, capacity> entries;
+    // Marks before `finished` are written; those before `begun` minus the capacity are gone.
+    std::atomic<std::uint32_t> begun{0};
+    std::atomic<std::uint32_t> finished{0};
+};
+
+} // namespace sound

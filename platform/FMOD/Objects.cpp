@@ -1,0 +1,104 @@
+// What is behind the pointers of the public interface.
+#include "Objects.h"
+
+#include <algorithm>
+
+namespace sound {
+
+// A tenth of a second of music ahead of the output is enough to begin with.
+static constexpr std::size_t startFrames = outputRateHz / 10;
+static constexpr std::chrono::milliseconds startLimit{10};
+
+static void Render(void* mixer, float* block, std::int32_t frames) noexcept {
+    static_cast<Mixer*>(mixer)->Render(block, frames);
+}
+
+static void WaitUntilReady(void* mixer, std::int32_t frames) noexcept {
+    static_cast<Mixer*>(mixer)->WaitUntilReady(frames);
+}
+
+MusicTime::Moment ChannelObject::Heard() const {
+    return voice->At(HeardFrames(*system.output));
+}
+
+void SystemObject::Open(std::size_t channelCount) {
+    auto newMixer = std::make_unique<Mixer>(channelCount);
+    std::vector<std::unique_ptr<ChannelObject>> newChannels;
+    for (std::size_t slot = 0; slot < channelCount; ++slot) {
+        newChannels.push_back(std::make_unique<ChannelObject>(*this, slot));
+    }
+    output = StartOutput({newMixer.get(), Render, WaitUntilReady});
+    mixer = std::move(newMixer);
+    channels = std::move(newChannels);
+}
+
+void SystemObject::Close() {
+    output.reset();
+    channels.clear();
+    sounds.clear();
+    mixer.reset();
+}
+
+FMOD_RESULT SystemObject::AddSound(const char* path, SoundObject*& sound) {
+    std::unique_ptr<Stream> stream;
+    const FMOD_RESULT result = Stream::Open(path, stream);
+    if (result == FMOD_OK) {
+        sounds.push_back(std::make_unique<SoundObject>(*this, std::move(stream)));
+        sound = sounds.back().get();
+    }
+    return result;
+}
+
+void SystemObject::RemoveSound(SoundObject& sound) {
+    Silence(sound);
+    std::erase_if(sounds, [&sound](const auto& other) { return other.get() == &sound; });
+}
+
+// A stream has one reader: wherever it is playing, it ends.
+void SystemObject::Silence(const SoundObject& sound) {
+    for (const auto& channel : channels) {
+        if (channel->sound == &sound) {
+            mixer->Play(channel->slot, nullptr);
+            channel->voice.reset();
+            channel->sound = nullptr;
+        }
+    }
+}
+
+FMOD_RESULT SystemObject::Play(SoundObject& sound, bool paused, ChannelObject& channel) {
+    auto voice = std::make_unique<Voice>(*sound.stream, paused);
+    AwaitDevice(*output);
+    Silence(sound);
+    if (sound.played) {
+        if (const FMOD_RESULT result = sound.stream->Rewind(); result != FMOD_OK) {
+            return result;
+        }
+    }
+    sound.played = true;
+    sound.stream->WaitUntilReady(startFrames, startLimit);
+    mixer->Play(channel.slot, voice.get());
+    channel.voice = std::move(voice);
+    channel.sound = &sound;
+    return FMOD_OK;
+}
+
+// Free means: whose sound was released or is over. If none is, the first is taken from its sound.
+ChannelObject* SystemObject::FindChannel(int index) {
+    if (index != FMOD_CHANNEL_FREE) {
+        const bool exists = index >= 0 && static_cast<std::size_t>(index) < channels.size();
+        return exists ? channels[static_cast<std::size_t>(index)].get() : nullptr;
+    }
+    for (const auto& channel : channels) {
+        if (channel->voice == nullptr || MusicTime::IsOver(channel->Heard().course)) {
+            return channel.get();
+        }
+    }
+    return channels.front().get();
+}
+
+bool SystemObject::Owns(const FMOD::Sound* sound) const {
+    return std::any_of(sounds.begin(), sounds.end(),
+                       [sound](const auto& owned) { return owned.get() == sound; });
+}
+
+} // namespace sound

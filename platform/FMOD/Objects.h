@@ -1,0 +1,78 @@
+// What is behind the pointers of the public interface.
+#pragma once
+
+#include "Mixer.h"
+#include "Output.h"
+#include "Spectrum.h"
+#include "Stream.h"
+#include "Voice.h"
+
+#include <FMOD/FMOD.h>
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace sound {
+
+class SystemObject;
+
+class SoundObject final : public FMOD::Sound {
+public:
+    SoundObject(SystemObject& owner, std::unique_ptr<Stream> openStream)
+        : system(owner), stream(std::move(openStream)) {}
+
+    static SoundObject& Of(FMOD::Sound& sound) { return static_cast<SoundObject&>(sound); }
+
+    SystemObject& system;
+    std::unique_ptr<Stream> stream;
+    bool played = false; ///< its stream is not at the beginning any more
+};
+
+/// A channel lives as long as the system; what it plays changes.
+class ChannelObject final : public FMOD::Channel {
+public:
+    ChannelObject(SystemObject& owner, std::size_t number) : system(owner), slot(number) {}
+
+    static ChannelObject& Of(FMOD::Channel& channel) {
+        return static_cast<ChannelObject&>(channel);
+    }
+
+    /// What of the music is heard now; only while it has a voice.
+    MusicTime::Moment Heard() const;
+
+    SystemObject& system;
+    std::size_t slot;
+    SoundObject* sound = nullptr;
+    std::unique_ptr<Voice> voice; ///< none: its sound was released, or there never was one
+};
+
+class SystemObject final : public FMOD::System {
+public:
+    static SystemObject& Of(FMOD::System& system) { return static_cast<SystemObject&>(system); }
+
+    ~SystemObject() { Close(); }
+
+    bool IsOpen() const { return output != nullptr; }
+
+    /// These three throw std::bad_alloc or std::system_error when memory or threads ran out.
+    void Open(std::size_t channelCount);
+    FMOD_RESULT Play(SoundObject& sound, bool paused, ChannelObject& channel);
+    FMOD_RESULT AddSound(const char* path, SoundObject*& sound);
+
+    void Close();
+    void RemoveSound(SoundObject& sound);
+    ChannelObject* FindChannel(int index);
+    bool Owns(const FMOD::Sound* sound) const;
+
+    std::unique_ptr<Mixer> mixer;
+    std::vector<std::unique_ptr<SoundObject>> sounds;
+    std::vector<std::unique_ptr<ChannelObject>> channels;
+    Spectrum spectrum;
+    OutputHandle output; ///< none: not initialised. Last, for it uses the mixer until it is gone
+
+private:
+    void Silence(const SoundObject& sound);
+};
+
+} // namespace sound

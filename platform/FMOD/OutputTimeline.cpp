@@ -1,0 +1,94 @@
+// One sequence of frames, whoever plays it: a device, or silence in real time when there is none.
+#include "OutputTimeline.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace sound {
+
+// Silence is rendered as far ahead as a device would: a late watching thread does no harm.
+static constexpr std::int64_t silenceAhead = outputRateHz / 10;
+
+// How long a device may ask for nothing after all it had must have been heard.
+static constexpr std::int64_t graceFrames = outputRateHz / 10;
+
+OutputTimeline::OutputTimeline(const Source& played, std::int64_t nowNs) : source(played) {
+    playHead.Publish(0, nowNs);
+    AdvanceSilence(nowNs);
+}
+
+std::int64_t OutputTimeline::HeardFrames(std::int64_t nowNs) noexcept {
+    return playHead.HeardFrames(nowNs, handedOut.load(std::memory_order_acquire));
+}
+
+void OutputTimeline::AdvanceSilence(std::int64_t nowNs) noexcept {
+    if (IsSounding() || !TryEnter()) {
+        return;
+    }
+    if (!IsSounding() && !closed) {
+        Discard(playHead.Extrapolate(nowNs) + silenceAhead - handedOut.load());
+    }
+    Leave();
+}
+
+bool OutputTimeline::FallSilentIfLost(std::int64_t nowNs) noexcept {
+    if (!IsLost(nowNs)) {
+        return false;
+    }
+    Enter();
+    const bool lost = IsLost(nowNs); // the device may just have been back
+    if (lost) {
+        FallSilent(nowNs);
+    }
+    Leave();
+    return lost;
+}
+
+bool OutputTimeline::IsLost(std::int64_t nowNs) noexcept {
+    return IsSounding() &&
+           (driverFailed.load() || playHead.Extrapolate(nowNs) > handedOut.load() + graceFrames);
+}
+
+void OutputTimeline::Forget(const DeviceFeed& feed, std::int64_t nowNs) noexcept {
+    Enter();
+    if (driver.load() == &feed) {
+        FallSilent(nowNs);
+    }
+    Leave();
+}
+
+void OutputTimeline::Close() noexcept {
+    Enter();
+    closed = true;
+    Leave();
+}
+
+// What the device had but did not play counts as heard in time, so that the clock goes on.
+void OutputTimeline::FallSilent(std::int64_t nowNs) noexcept {
+    playHead.Publish(HeardFrames(nowNs), nowNs);
+    driver.load()->failed.store(true);
+    driver.store(nullptr);
+    driverFailed.store(false);
+}
+
+void OutputTimeline::Enter() noexcept {
+    while (!TryEnter()) {
+        std::this_thread::yield();
+    }
+}
+
+void OutputTimeline::Render(float* block, std::int32_t frames) noexcept {
+    source.render(source.context, block, frames);
+    handedOut.fetch_add(frames, std::memory_order_release);
+}
+
+void OutputTimeline::Discard(std::int64_t frames) noexcept {
+    constexpr std::int64_t blockFrames = std::tuple_size_v<decltype(discarded)> / 2;
+    while (frames > 0) {
+        const std::int64_t block = std::min(frames, blockFrames);
+        Render(discarded.data(), static_cast<std::int32_t>(block));
+        frames -= block;
+    }
+}
+
+} // namespace sound

@@ -1,0 +1,45 @@
+// Plays silence in real time while there is no device, and notices when one is lost.
+#include "SilentOutput.h"
+
+#include "Clock.h"
+#include "LiveOutput.h"
+
+#include <cstdio>
+#include <functional>
+
+namespace sound {
+
+// A quarter of what silence is rendered ahead, and of what a device has in hand.
+static constexpr std::chrono::milliseconds period{25};
+
+// How long a device that neither plays nor fails may be on its way until the viewer is told.
+static constexpr int patientPeriods = 80;
+
+static void Run(LiveOutput& output) {
+    int silentPeriods = 0;
+    bool told = false;
+    while (output.Wait(period, [] { return false; })) {
+        const std::int64_t nowNs = MonotonicNs();
+        const bool lost = output.timeline.FallSilentIfLost(nowNs);
+        if (lost) {
+            output.Wake(); // the device thread, to end that device
+        }
+        output.timeline.AdvanceSilence(nowNs);
+
+        const bool silent = output.soundWanted && !output.timeline.IsSounding();
+        silentPeriods = silent ? silentPeriods + 1 : 0;
+        const bool tell = silent && (lost || output.deviceFailed || silentPeriods > patientPeriods);
+        if (tell && !told) {
+            std::fputs("skovra: no sound device, playing silently\n", stderr);
+        }
+        told = silent && (told || tell);
+    }
+}
+
+SilentOutput::SilentOutput(LiveOutput& output) : thread(Run, std::ref(output)) {}
+
+SilentOutput::~SilentOutput() {
+    thread.join();
+}
+
+} // namespace sound

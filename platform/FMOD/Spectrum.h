@@ -1,0 +1,46 @@
+// The strength of each frequency band in the latest samples.
+#pragma once
+
+#include <FMOD/FMOD.h>
+
+#include <memory>
+#include <vector>
+
+struct kiss_fftr_state;
+
+namespace sound {
+
+class Spectrum {
+public:
+    static constexpr int fewestBands = 64;
+    static constexpr int mostBands = 8192;
+
+    /// Whether this many bands can be asked for: a power of two from fewestBands to mostBands.
+    static bool CanTell(int bands);
+
+    /// Where the 2 * @p bands samples to analyse are to be put. Throws std::bad_alloc; the same
+    /// number again allocates nothing.
+    float* SamplesFor(int bands);
+
+    /// Analyses them: @p magnitudes gets as many as SamplesFor was told, band 0 the lowest. A
+    /// full-scale sine in the middle of a band reads 1, silence 0.
+    void Analyse(FMOD_DSP_FFT_WINDOW window, float* magnitudes);
+
+private:
+    struct Delete {
+        void operator()(kiss_fftr_state* owned) const;
+    };
+    struct Bin {
+        float real;
+        float imaginary;
+    };
+
+    int bands = 0;
+    std::unique_ptr<kiss_fftr_state, Delete> transform;
+    std::vector<float> samples;
+    std::vector<float> windowed;
+    std::vector<float> triangle;
+    std::vector<Bin> bins;
+};
+
+} // namespace sound

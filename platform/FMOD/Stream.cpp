@@ -1,0 +1,150 @@
+// A file being decoded in the background, some way ahead of the output.
+#include "Stream.h"
+
+#include "Output.h"
+
+#include <algorithm>
+
+namespace sound {
+
+static constexpr std::size_t ringFrames = outputRateHz;
+static constexpr std::size_t leastRoom = 4096;
+
+// The output callback makes room without telling, for that would be a system call: the decode
+// thread looks again after a tenth of what the ring holds.
+static constexpr std::chrono::milliseconds patience{100};
+
+FMOD_RESULT Stream::Open(const char* path, std::unique_ptr<Stream>& stream) {
+    std::unique_ptr<File> file;
+    FMOD_RESULT result = File::Open(path, file);
+    std::unique_ptr<Mp3Decoder> decoder;
+    if (result == FMOD_OK) {
+        result = Mp3Decoder::Open(std::move(file), decoder);
+    }
+    if (result == FMOD_OK) {
+        stream.reset(new Stream(std::move(decoder)));
+        stream->StartDecoding();
+    }
+    return result;
+}
+
+Stream::Stream(std::unique_ptr<Mp3Decoder> openDecoder)
+    : decoder(std::move(openDecoder)), ring(ringFrames) {}
+
+Stream::~Stream() {
+    decoder->Interrupt();
+    StopDecoding();
+}
+
+FMOD_RESULT Stream::Rewind() {
+    StopDecoding();
+    ring.Reset();
+    supply = Supply::Decoding;
+    const FMOD_RESULT result = decoder->Rewind();
+    if (result == FMOD_OK) {
+        StartDecoding();
+    }
+    return result;
+}
+
+void Stream::StartDecoding() {
+    resampler.reset();
+    if (decoder->RateHz() != outputRateHz) {
+        resampler.emplace(decoder->RateHz());
+    }
+    stopping = false;
+    thread = std::thread(&Stream::Run, this);
+}
+
+void Stream::StopDecoding() {
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        stopping = true;
+    }
+    wake.notify_all();
+    if (thread.joinable()) {
+        thread.join();
+    }
+}
+
+std::size_t Stream::Read(float* frames, std::size_t count) noexcept {
+    return ring.Read(frames, count);
+}
+
+void Stream::WaitUntilReady(std::size_t count, std::chrono::milliseconds limit) {
+    waiting.fetch_add(1);
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        wake.notify_all();
+        ready.wait_for(lock, limit, [this, count] {
+            return ring.Available() >= count || GetSupply() != Supply::Decoding;
+        });
+    }
+    waiting.fetch_sub(1);
+}
+
+void Stream::TellWaiting() {
+    // Adding nothing orders this after the write to the ring: whoever began to wait unseen sees it.
+    if (waiting.fetch_add(0) > 0) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        ready.notify_all();
+    }
+}
+
+// The decode thread. It does not end by itself: a process that exits in mid-show joins no thread,
+// and one that ended before would count as forgotten.
+void Stream::Run() {
+    while (DecodeMore() && WriteAll()) {
+    }
+    TellWaiting();
+    std::unique_lock<std::mutex> lock(mutex);
+    wake.wait(lock, [this] { return stopping; });
+}
+
+// Puts the next frames into `decoded`; false when there are no more.
+bool Stream::DecodeMore() {
+    if (GetSupply() != Supply::Decoding) {
+        return false;
+    }
+    decoded.clear();
+    std::span<const float> frames;
+    const Mp3Decoder::Progress progress = decoder->Decode(frames);
+    if (progress == Mp3Decoder::Progress::Frames) {
+        if (resampler) {
+            resampler->Process(frames, decoded);
+        } else {
+            decoded.assign(frames.begin(), frames.end());
+        }
+        return true;
+    }
+    if (resampler) {
+        resampler->Finish(decoded);
+    }
+    if (WriteAll()) {
+        const bool ended = progress == Mp3Decoder::Progress::End;
+        supply.store(ended ? Supply::Ended : Supply::Broken, std::memory_order_release);
+    }
+    return false;
+}
+
+// Moves `decoded` to the ring as room is made there; false when asked to stop.
+bool Stream::WriteAll() {
+    const float* next = decoded.data();
+    std::size_t left = decoded.size() / 2;
+    for (;;) {
+        const std::size_t count = std::min(left, ring.Free());
+        ring.Write(next, count);
+        next += 2 * count;
+        left -= count;
+        TellWaiting();
+        std::unique_lock<std::mutex> lock(mutex);
+        while (!stopping && left > 0 && ring.Free() < leastRoom) {
+            wake.wait_for(lock, patience);
+        }
+        if (stopping || left == 0) {
+            return !stopping;
+        }
+    }
+}
+
+} // namespace sound

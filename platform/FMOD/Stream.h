@@ -1,0 +1,71 @@
+// A file being decoded in the background, some way ahead of the output.
+#pragma once
+
+#include "Mp3Decoder.h"
+#include "Resampler.h"
+#include "Ring.h"
+
+#include <FMOD/FMOD.h>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace sound {
+
+class Stream {
+public:
+    enum class Supply : int { Decoding, Ended, Broken };
+
+    /// Opens the file at @p path and starts to decode it. Throws std::bad_alloc or
+    /// std::system_error when memory or threads ran out.
+    static FMOD_RESULT Open(const char* path, std::unique_ptr<Stream>& stream);
+
+    Stream(const Stream&) = delete;
+    Stream& operator=(const Stream&) = delete;
+    ~Stream();
+
+    /// Back to the beginning; only while nobody reads.
+    FMOD_RESULT Rewind();
+
+    /// Output callback: the next frames, at the output's rate; answers how many of @p count were
+    /// there.
+    std::size_t Read(float* frames, std::size_t count) noexcept;
+
+    /// Any thread: whether more is to come once everything that can be read now is read. Ended or
+    /// Broken (the file could not be read further) is answered only after the last frame is there.
+    Supply GetSupply() const noexcept { return supply.load(std::memory_order_acquire); }
+
+    /// Waits until @p count frames (at most half a second) can be read, or no more are to come;
+    /// no longer than @p limit.
+    void WaitUntilReady(std::size_t count, std::chrono::milliseconds limit);
+
+private:
+    explicit Stream(std::unique_ptr<Mp3Decoder> openDecoder);
+    void StartDecoding();
+    void StopDecoding();
+    void Run();
+    bool DecodeMore();
+    bool WriteAll();
+    void TellWaiting();
+
+    std::unique_ptr<Mp3Decoder> decoder;
+    std::optional<Resampler> resampler; // none: the file has the output's rate
+    std::vector<float> decoded;         // on its way from the decoder to the ring
+    Ring ring;
+    std::atomic<Supply> supply{Supply::Decoding};
+
+    std::mutex mutex;
+    std::condition_variable wake;  // the decode thread waits for room
+    std::condition_variable ready; // others wait for frames
+    bool stopping = false;         // under the mutex
+    std::atomic<int> waiting{0};
+    std::thread thread;
+};
+
+} // namespace sound

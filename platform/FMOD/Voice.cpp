@@ -1,0 +1,70 @@
+// One playing of a stream: its volume, mute and pause, and where it is.
+#include "Voice.h"
+
+#include "Stream.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sound {
+
+// From silence to full in 512 frames (12 ms): no faster, or one would hear a click.
+static constexpr float largestGainStep = 1.0F / 512.0F;
+
+Voice::Voice(Stream& playedStream, bool startPaused) : stream(playedStream), paused(startPaused) {}
+
+void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) noexcept {
+    if (MusicTime::IsOver(course)) {
+        return;
+    }
+    const float target = IsPaused() || IsMute() ? 0.0F : volume.load(std::memory_order_relaxed);
+    if (musicFrame == 0) {
+        gain = target; // nothing was heard yet, so nothing can click: the music begins as it is
+    }
+    const std::int32_t wanted = FramesWanted(count, target);
+    // Asked before reading: what it says holds for all that was decoded until then.
+    const Stream::Supply supply = stream.GetSupply();
+    const auto got =
+        static_cast<std::int32_t>(stream.Read(frames.data(), static_cast<std::size_t>(wanted)));
+    if (got > 0) {
+        SetCourse(outputFrame, MusicTime::Course::Running);
+    }
+    for (std::size_t i = 0; i < 2 * static_cast<std::size_t>(got); i += 2) {
+        gain += std::clamp(target - gain, -largestGainStep, largestGainStep);
+        block[i] += gain * frames[i];
+        block[i + 1] += gain * frames[i + 1];
+    }
+    musicFrame += got;
+    if (got < wanted && supply == Stream::Supply::Ended) {
+        SetCourse(outputFrame + got, MusicTime::Course::Ended);
+    } else if (got < wanted && supply == Stream::Supply::Broken) {
+        SetCourse(outputFrame + got, MusicTime::Course::Broken);
+    } else if (got < count) {
+        starvations.fetch_add(got < wanted ? 1 : 0, std::memory_order_relaxed);
+        SetCourse(outputFrame + got, MusicTime::Course::Halted);
+    }
+}
+
+// A paused sound runs on until it has faded out.
+std::int32_t Voice::FramesWanted(std::int32_t count, float target) const noexcept {
+    if (!IsPaused() || target > 0.0F) {
+        return count;
+    }
+    return std::min(count, static_cast<std::int32_t>(std::ceil(gain / largestGainStep)));
+}
+
+void Voice::SetCourse(std::int64_t outputFrame, MusicTime::Course next) noexcept {
+    if (next != course) {
+        course = next;
+        time.Mark(outputFrame, musicFrame, next);
+    }
+}
+
+void Voice::WaitUntilReady(std::int32_t count) {
+    if (!MusicTime::IsOver(course)) {
+        // A decoder that takes longer than this does not decode any more.
+        stream.WaitUntilReady(static_cast<std::size_t>(count), std::chrono::seconds(60));
+    }
+}
+
+} // namespace sound

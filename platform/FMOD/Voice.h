@@ -1,0 +1,65 @@
+// One playing of a stream: its volume, mute and pause, and where it is.
+#pragma once
+
+#include "MusicTime.h"
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+namespace sound {
+
+class Stream;
+
+/// Set and ask: any thread. MixInto and WaitUntilReady: the output's thread.
+class Voice {
+public:
+    static constexpr std::int32_t longestBlock = 512;
+
+    /// @p stream must outlive it and be at its beginning.
+    Voice(Stream& stream, bool paused);
+
+    /// @p value: linear, 0..1.
+    void SetVolume(float value) noexcept { volume.store(value, std::memory_order_relaxed); }
+
+    void SetMute(bool value) noexcept { mute.store(value, std::memory_order_relaxed); }
+    bool IsMute() const noexcept { return mute.load(std::memory_order_relaxed); }
+
+    void SetPaused(bool value) noexcept { paused.store(value, std::memory_order_relaxed); }
+    bool IsPaused() const noexcept { return paused.load(std::memory_order_relaxed); }
+
+    /// Which moment of the music is heard with @p outputFrame.
+    MusicTime::Moment At(std::int64_t outputFrame) const noexcept { return time.At(outputFrame); }
+
+    /// How often the decoder did not keep up.
+    std::uint32_t Starvations() const noexcept {
+        return starvations.load(std::memory_order_relaxed);
+    }
+
+    /// Real-time. Adds its next @p count (up to longestBlock) frames to @p block, which begins
+    /// with @p outputFrame. All changes of level are ramps.
+    void MixInto(float* block, std::int32_t count, std::int64_t outputFrame) noexcept;
+
+    /// As Source::waitUntilReady.
+    void WaitUntilReady(std::int32_t count);
+
+private:
+    std::int32_t FramesWanted(std::int32_t count, float target) const noexcept;
+    void SetCourse(std::int64_t outputFrame, MusicTime::Course next) noexcept;
+
+    Stream& stream;
+    std::atomic<float> volume{1.0F};
+    std::atomic<bool> mute{false};
+    std::atomic<bool> paused;
+    std::atomic<std::uint32_t> starvations{0};
+    MusicTime time;
+
+    // The output's thread only:
+    std::array<float, 2 * std::size_t{longestBlock}> frames;
+    float gain = 0.0F;
+    std::int64_t musicFrame = 0; // the next one
+    MusicTime::Course course = MusicTime::Course::Halted;
+};
+
+} // namespace sound

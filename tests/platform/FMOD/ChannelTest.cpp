@@ -1,0 +1,393 @@
+// One playing of a sound: level, pause, position and end.
+#include "File.h"
+#include "Mp3Decoder.h"
+#include "Objects.h"
+#include "SystemFixture.h"
+#include "Tone.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+class ChannelTest : public SystemFixture {
+protected:
+    ChannelTest() { Init(); }
+
+    // A sine on both sides.
+    std::string Encoded(double hz, std::size_t frames, int rateHz = 44100) {
+        std::string path = folder.Path("tone.mp3");
+        files::EncodeMp3(path, tone::Sine(rateHz, hz, hz, 0.5, frames), rateHz);
+        return path;
+    }
+
+    FMOD::Channel* PlayTone(double hz, std::size_t frames, bool paused = false) {
+        return Play(Open(Encoded(hz, frames)), paused);
+    }
+
+    static std::vector<float> Decoded(const std::string& path) {
+        std::unique_ptr<sound::File> file;
+        std::unique_ptr<sound::Mp3Decoder> decoder;
+        EXPECT_EQ(sound::File::Open(path.c_str(), file), FMOD_OK);
+        EXPECT_EQ(sound::Mp3Decoder::Open(std::move(file), decoder), FMOD_OK);
+        std::vector<float> all;
+        std::span<const float> frames;
+        while (decoder->Decode(frames) == sound::Mp3Decoder::Progress::Frames) {
+            all.insert(all.end(), frames.begin(), frames.end());
+        }
+        return all;
+    }
+
+    // How many bytes are read until @p part of the file is decoded: its first 64 KiB are looked at
+    // before.
+    static std::size_t BytesToReach(const std::string& path, double part) {
+        const std::size_t size = files::ReadAll(path).size();
+        return std::min<std::size_t>(size, 65536) +
+               static_cast<std::size_t>(part * static_cast<double>(size));
+    }
+
+    static float Peak(const std::vector<float>& frames) {
+        float peak = 0.0F;
+        for (const float sample : frames) {
+            peak = std::max(peak, std::fabs(sample));
+        }
+        return peak;
+    }
+
+    static void Append(std::vector<float>& all, const std::vector<float>& more) {
+        all.insert(all.end(), more.begin(), more.end());
+    }
+
+    // What one sine of 441 Hz at half scale does from one sample to the next is 0.0314.
+    static void ExpectNoClick(const std::vector<float>& frames) {
+        EXPECT_LT(tone::LargestStep(tone::Side(frames, 0)), 2.0F * 0.0315F);
+        EXPECT_LT(tone::LargestStep(tone::Side(frames, 1)), 2.0F * 0.0315F);
+    }
+};
+
+TEST_F(ChannelTest, PlaysExactlyWhatIsDecodedAtFullVolume) {
+    const std::string path = Encoded(441.0, 30000);
+    const auto decoded = Decoded(path);
+    Play(Open(path));
+
+    const auto mix = script::Pull(30000);
+
+    EXPECT_EQ(mix, decoded);
+}
+
+TEST_F(ChannelTest, PlaysAFileOfAnotherRateAtItsPitchAndLevel) {
+    Play(Open(Encoded(1000.0, 96000, 48000)));
+
+    const auto mix = script::Pull(60000);
+
+    const auto left = tone::Side(mix, 0);
+    const auto measured = tone::Measure(std::span(left).subspan(10000, 44100), 44100.0, 1000.0);
+    EXPECT_NEAR(measured.hz, 1000.0, 0.1);
+    EXPECT_NEAR(20.0 * std::log10(measured.amplitude / 0.5), 0.0, 0.1);
+}
+
+TEST_F(ChannelTest, IsAsLongAsTheFileWhateverItsRate) {
+    FMOD::Channel* channel = Play(Open(Encoded(1000.0, 96000, 48000)));
+
+    script::Pull(100000);
+    script::HearAll();
+
+    EXPECT_FALSE(IsPlaying(channel));
+    EXPECT_EQ(Position(channel), 2000U);
+}
+
+TEST_F(ChannelTest, TellsWhatIsHeardInWholeMilliseconds) {
+    FMOD::Channel* channel = PlayTone(441.0, 44100);
+    script::Pull(20000);
+
+    script::SetHeard(0);
+    EXPECT_EQ(Position(channel), 0U);
+    script::SetHeard(44);
+    EXPECT_EQ(Position(channel), 0U);
+    script::SetHeard(45);
+    EXPECT_EQ(Position(channel), 1U);
+    script::SetHeard(4409);
+    EXPECT_EQ(Position(channel), 99U);
+    script::SetHeard(4410);
+    EXPECT_EQ(Position(channel), 100U);
+}
+
+TEST_F(ChannelTest, BeginsWhenItsFirstFrameIsHeard) {
+    script::Pull(5000); // silence that is on its way to the listener
+    FMOD::Channel* channel = PlayTone(441.0, 44100);
+    script::Pull(10000);
+
+    script::SetHeard(4999);
+    EXPECT_EQ(Position(channel), 0U);
+    EXPECT_TRUE(IsPlaying(channel));
+    script::SetHeard(5000 + 441);
+    EXPECT_EQ(Position(channel), 10U);
+}
+
+TEST_F(ChannelTest, PlaysUntilTheLastFrameWasHeardAndStaysThere) {
+    FMOD::Channel* channel = PlayTone(441.0, 44100);
+    script::Pull(50000);
+
+    script::SetHeard(44099);
+    EXPECT_TRUE(IsPlaying(channel));
+    EXPECT_EQ(Position(channel), 999U);
+    script::SetHeard(44100);
+    EXPECT_FALSE(IsPlaying(channel));
+    EXPECT_EQ(Position(channel), 1000U);
+    script::SetHeard(50000);
+    EXPECT_FALSE(IsPlaying(channel));
+    EXPECT_EQ(Position(channel), 1000U);
+}
+
+TEST_F(ChannelTest, StaysValidAfterTheEnd) {
+    FMOD::Channel* channel = PlayTone(441.0, 4410);
+    script::Pull(50000);
+    script::HearAll();
+    bool flag = true;
+
+    EXPECT_EQ(channel->setVolume(0.5F), FMOD_OK);
+    EXPECT_EQ(channel->setMute(false), FMOD_OK);
+    EXPECT_EQ(channel->getMute(&flag), FMOD_OK);
+    EXPECT_EQ(channel->setPaused(false), FMOD_OK);
+    EXPECT_EQ(channel->getPaused(&flag), FMOD_OK);
+    EXPECT_EQ(Position(channel), 100U);
+}
+
+TEST_F(ChannelTest, PlaysAgainFromTheBeginning) {
+    FMOD::Sound* sound = Open(Encoded(441.0, 44100));
+    Play(sound);
+    const auto first = script::Pull(20000);
+    script::HearAll();
+
+    FMOD::Channel* channel = Play(sound);
+    EXPECT_EQ(Position(channel), 0U);
+    const auto again = script::Pull(20000);
+    script::HearAll();
+
+    EXPECT_EQ(again, first);
+    EXPECT_EQ(Position(channel), 20000U * 10 / 441);
+}
+
+TEST_F(ChannelTest, TakesAVolumeThatIsSetBeforeTheFirstFrameFromThere) {
+    const std::string path = Encoded(441.0, 44100);
+    auto expected = Decoded(path);
+    expected.resize(20'000);
+    for (float& sample : expected) {
+        sample *= 0.25F;
+    }
+    FMOD::Channel* channel = Play(Open(path));
+
+    channel->setVolume(0.25F);
+
+    EXPECT_EQ(script::Pull(10000), expected);
+}
+
+TEST_F(ChannelTest, ChangesItsVolumeWithoutAClick) {
+    FMOD::Channel* channel = PlayTone(441.0, 88200);
+    auto mix = script::Pull(10000);
+
+    channel->setVolume(0.1F);
+    Append(mix, script::Pull(2000));
+    const auto quiet = script::Pull(5000);
+    Append(mix, quiet);
+    channel->setVolume(1.0F);
+    Append(mix, script::Pull(2000));
+    const auto loud = script::Pull(5000);
+    Append(mix, loud);
+
+    EXPECT_NEAR(Peak(quiet), 0.05F, 0.001F);
+    EXPECT_NEAR(Peak(loud), 0.5F, 0.01F);
+    ExpectNoClick(mix);
+}
+
+TEST_F(ChannelTest, TakesVolumesOutsideItsRangeForTheNearestInside) {
+    FMOD::Channel* channel = PlayTone(441.0, 88200);
+
+    EXPECT_EQ(channel->setVolume(3.0F), FMOD_OK);
+    EXPECT_NEAR(Peak(script::Pull(5000)), 0.5F, 0.01F);
+    EXPECT_EQ(channel->setVolume(-1.0F), FMOD_OK);
+    script::Pull(2000);
+    EXPECT_EQ(Peak(script::Pull(5000)), 0.0F);
+}
+
+TEST_F(ChannelTest, RefusesAVolumeThatIsNoNumber) {
+    FMOD::Channel* channel = PlayTone(441.0, 44100);
+
+    EXPECT_EQ(channel->setVolume(std::numeric_limits<float>::quiet_NaN()), FMOD_ERR_INVALID_PARAM);
+    EXPECT_NEAR(Peak(script::Pull(5000)), 0.5F, 0.01F);
+}
+
+TEST_F(ChannelTest, IsMutedWithoutAClickWhileTheMusicGoesOn) {
+    FMOD::Channel* channel = PlayTone(441.0, 88200);
+    auto mix = script::Pull(10000);
+
+    channel->setMute(true);
+    Append(mix, script::Pull(2000));
+    const auto muted = script::Pull(5000);
+    script::HearAll();
+    EXPECT_EQ(Position(channel), 17000U * 10 / 441);
+    channel->setMute(false);
+    Append(mix, muted);
+    Append(mix, script::Pull(2000));
+    const auto heard = script::Pull(5000);
+    Append(mix, heard);
+
+    EXPECT_EQ(Peak(muted), 0.0F);
+    EXPECT_NEAR(Peak(heard), 0.5F, 0.01F);
+    ExpectNoClick(mix);
+}
+
+TEST_F(ChannelTest, RemembersWhetherItIsMuted) {
+    FMOD::Channel* channel = PlayTone(441.0, 44100);
+    bool mute = true;
+
+    EXPECT_EQ(channel->getMute(&mute), FMOD_OK);
+    EXPECT_FALSE(mute);
+    channel->setMute(true);
+    EXPECT_EQ(channel->getMute(&mute), FMOD_OK);
+    EXPECT_TRUE(mute);
+}
+
+TEST_F(ChannelTest, PausesAndResumesWithoutAClick) {
+    FMOD::Channel* channel = PlayTone(441.0, 88200);
+    auto mix = script::Pull(10000);
+
+    channel->setPaused(true);
+    Append(mix, script::Pull(2000));
+    const auto paused = script::Pull(5000);
+    Append(mix, paused);
+    channel->setPaused(false);
+    Append(mix, script::Pull(2000));
+    const auto resumed = script::Pull(5000);
+    Append(mix, resumed);
+
+    EXPECT_EQ(Peak(paused), 0.0F);
+    EXPECT_NEAR(Peak(resumed), 0.5F, 0.01F);
+    ExpectNoClick(mix);
+}
+
+TEST_F(ChannelTest, StandsStillWhilePausedAndLosesNothing) {
+    FMOD::Channel* channel = PlayTone(441.0, 88200);
+    script::Pull(10000);
+    channel->setPaused(true);
+    script::Pull(40000);
+
+    // The music fades out over 512 frames.
+    script::SetHeard(10511);
+    EXPECT_EQ(Position(channel), 10511U * 10 / 441);
+    script::SetHeard(10513);
+    const unsigned int halted = Position(channel);
+    EXPECT_EQ(halted, 10512U * 10 / 441);
+    script::SetHeard(50000);
+    EXPECT_EQ(Position(channel), halted);
+    EXPECT_TRUE(IsPlaying(channel));
+
+    channel->setPaused(false);
+    script::Pull(4410);
+    script::HearAll();
+    EXPECT_EQ(Position(channel), (10512U + 4410U) * 10 / 441);
+}
+
+TEST_F(ChannelTest, ResumesWithTheFrameAfterTheLast) {
+    const std::string path = Encoded(441.0, 88200);
+    const auto decoded = Decoded(path);
+    FMOD::Channel* channel = Play(Open(path));
+    script::Pull(10000);
+    channel->setPaused(true);
+    script::Pull(10000);
+    channel->setPaused(false);
+    script::Pull(512); // fades in
+
+    const auto mix = script::Pull(1000);
+
+    const auto expected = std::span(decoded).subspan(2UL * (10512 + 512), 2000);
+    EXPECT_TRUE(std::equal(mix.begin(), mix.end(), expected.begin(), expected.end()));
+}
+
+TEST_F(ChannelTest, MayStartPausedAndBeginsWithItsFirstFrame) {
+    const std::string path = Encoded(441.0, 44100);
+    auto expected = Decoded(path);
+    expected.resize(20'000);
+    FMOD::Channel* channel = Play(Open(path), true);
+    bool paused = false;
+    channel->getPaused(&paused);
+    EXPECT_TRUE(paused);
+    EXPECT_EQ(Peak(script::Pull(5000)), 0.0F);
+    script::HearAll();
+    EXPECT_EQ(Position(channel), 0U);
+    EXPECT_TRUE(IsPlaying(channel));
+
+    channel->setPaused(false);
+
+    EXPECT_EQ(script::Pull(10000), expected);
+}
+
+TEST_F(ChannelTest, WaitsForADecoderThatDoesNotKeepUp) {
+    const std::string path = Encoded(441.0, 52'920);
+    const auto decoded = Decoded(path);
+    reads::Reset();
+    FMOD::Sound* sound = nullptr;
+    reads::HoldAfter(BytesToReach(path, 0.5)); // the rest of the file is not there yet
+    ASSERT_EQ(system->createSound(path.c_str(), streamed, nullptr, &sound), FMOD_OK);
+    FMOD::Channel* channel = Play(sound);
+
+    // Asks for more than can be decoded so far.
+    reads::AwaitHeld();
+    auto mix = script::PullAtOnce(52'920);
+    script::HearAll();
+    const unsigned int starved = Position(channel);
+    EXPECT_LT(starved, 1200U);
+    EXPECT_TRUE(IsPlaying(channel));
+    EXPECT_EQ(mix.back(), 0.0F);
+    EXPECT_GT(sound::ChannelObject::Of(*channel).voice->Starvations(), 0U);
+
+    reads::Release();
+    Append(mix, script::Pull(52'920));
+    script::HearAll();
+
+    EXPECT_FALSE(IsPlaying(channel));
+    EXPECT_EQ(Position(channel), 1200U);
+    // All of the music was played, in order, with silence in between.
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < mix.size() && next < decoded.size(); i += 2) {
+        const bool same = mix[i] == decoded[next] && mix[i + 1] == decoded[next + 1];
+        ASSERT_TRUE(same || (mix[i] == 0.0F && mix[i + 1] == 0.0F)) << i;
+        next += same ? 2 : 0;
+    }
+    EXPECT_EQ(next, decoded.size());
+}
+
+TEST_F(ChannelTest, SaysThatAFileBrokeOffOnceAllThatCouldBeReadWasHeard) {
+    const std::string path = Encoded(441.0, 441'000);
+    FMOD::Sound* sound = nullptr;
+    reads::Reset();
+    reads::FailAfter(BytesToReach(path, 0.5));
+    ASSERT_EQ(system->createSound(path.c_str(), streamed, nullptr, &sound), FMOD_OK);
+    FMOD::Channel* channel = Play(sound);
+    script::Pull(441'000);
+    unsigned int position = 0;
+    bool playing = true;
+
+    script::SetHeard(4410);
+    EXPECT_EQ(channel->getPosition(&position, FMOD_TIMEUNIT_MS), FMOD_OK);
+    EXPECT_EQ(channel->isPlaying(&playing), FMOD_OK);
+    EXPECT_TRUE(playing);
+
+    script::HearAll();
+    EXPECT_EQ(channel->getPosition(&position, FMOD_TIMEUNIT_MS), FMOD_ERR_FILE_BAD);
+    EXPECT_EQ(channel->isPlaying(&playing), FMOD_ERR_FILE_BAD);
+    EXPECT_FALSE(playing);
+    EXPECT_LT(position, 10'000U);
+}
+
+TEST_F(ChannelTest, RefusesArgumentsOutOfTheirRange) {
+    FMOD::Channel* channel = PlayTone(441.0, 44100);
+    unsigned int position = 7;
+
+    EXPECT_EQ(channel->getPosition(nullptr, FMOD_TIMEUNIT_MS), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(channel->getPosition(&position, 2), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(channel->isPlaying(nullptr), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(channel->getMute(nullptr), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(channel->getPaused(nullptr), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(position, 7U);
+}

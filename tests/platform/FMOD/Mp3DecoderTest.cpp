@@ -1,0 +1,357 @@
+// MP3 files of all kinds, whole and damaged -> stereo frames.
+#include "Mp3Decoder.h"
+
+#include "Mp3Files.h"
+#include "Mp3Header.h"
+#include "ReadScript.h"
+#include "Tone.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+using files::Bytes;
+using sound::File;
+using sound::Mp3Decoder;
+
+// How far a level may be off, as factors: 0.1 dB, and 1 dB where the encoder changes it.
+static constexpr double exactly = 1.0116;
+static constexpr double roughly = 1.122;
+
+class Mp3DecoderTest : public testing::Test {
+protected:
+    ~Mp3DecoderTest() override { reads::Reset(); }
+
+    FMOD_RESULT Open(const std::string& path) {
+        std::unique_ptr<File> file;
+        const FMOD_RESULT result = File::Open(path.c_str(), file);
+        return result == FMOD_OK ? Mp3Decoder::Open(std::move(file), decoder) : result;
+    }
+
+    FMOD_RESULT OpenBytes(const Bytes& bytes) {
+        files::WriteAll(folder.Path("bytes.mp3"), bytes);
+        return Open(folder.Path("bytes.mp3"));
+    }
+
+    // A 1 kHz sine on the left, 2 kHz on the right, half scale.
+    std::string Encoded(int rateHz, std::size_t frames,
+                        const std::vector<std::string>& options = {"-V", "2"}) {
+        std::string path = folder.Path("tone.mp3");
+        files::EncodeMp3(path, tone::Sine(rateHz, 1000.0, 2000.0, 0.5, frames), rateHz, options);
+        return path;
+    }
+
+    // All that is left to decode.
+    std::vector<float> DecodeAll(Mp3Decoder::Progress expectedEnd = Mp3Decoder::Progress::End) {
+        std::vector<float> all;
+        std::span<const float> frames;
+        Mp3Decoder::Progress progress = decoder->Decode(frames);
+        for (; progress == Mp3Decoder::Progress::Frames; progress = decoder->Decode(frames)) {
+            all.insert(all.end(), frames.begin(), frames.end());
+        }
+        EXPECT_EQ(progress, expectedEnd);
+        return all;
+    }
+
+    // The sines, in the second before the last quarter of a second.
+    static void ExpectTone(const std::vector<float>& frames, int rateHz, double tolerance) {
+        const auto second = static_cast<std::size_t>(rateHz);
+        ASSERT_GE(frames.size() / 2, 5 * second / 4);
+        const auto late = std::span(frames).subspan(frames.size() - 5 * second / 4 * 2, 2 * second);
+        const auto left = tone::Measure(tone::Side(late, 0), rateHz, 1000.0);
+        const auto right = tone::Measure(tone::Side(late, 1), rateHz, 2000.0);
+        EXPECT_NEAR(left.hz, 1000.0, 0.1);
+        EXPECT_NEAR(right.hz, 2000.0, 0.1);
+        EXPECT_GT(left.amplitude, 0.5 / tolerance);
+        EXPECT_LT(left.amplitude, 0.5 * tolerance);
+        EXPECT_GT(right.amplitude, 0.5 / tolerance);
+        EXPECT_LT(right.amplitude, 0.5 * tolerance);
+    }
+
+    files::Folder folder;
+    std::unique_ptr<Mp3Decoder> decoder;
+};
+
+static Bytes Joined(const std::vector<Bytes>& parts) {
+    Bytes all;
+    for (const Bytes& part : parts) {
+        all.insert(all.end(), part.begin(), part.end());
+    }
+    return all;
+}
+
+static Bytes First(const Bytes& bytes, std::size_t count) {
+    return Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+static Bytes From(const Bytes& bytes, std::size_t start) {
+    return Bytes(bytes.begin() + static_cast<std::ptrdiff_t>(start), bytes.end());
+}
+
+// Where the @p number-th frame ends.
+static std::size_t EndOfFrame(const Bytes& bytes, int number) {
+    std::size_t end = 0;
+    for (int i = 0; i < number; ++i) {
+        const auto header = sound::ParseMp3Header(std::span(bytes).subspan(end, 4));
+        EXPECT_TRUE(header);
+        end += header ? static_cast<std::size_t>(header->frameBytes) : 0;
+    }
+    return end;
+}
+
+static Bytes Tag(std::size_t saidLength, std::size_t actualLength) {
+    Bytes tag = {'I', 'D', '3', 4, 0, 0};
+    for (int shift = 21; shift >= 0; shift -= 7) {
+        tag.push_back(static_cast<unsigned char>(saidLength >> shift & 0x7F));
+    }
+    tag.resize(10 + actualLength);
+    return tag;
+}
+
+TEST_F(Mp3DecoderTest, KeepsFrequencyLevelAndSides) {
+    ASSERT_EQ(Open(Encoded(44100, 88200)), FMOD_OK);
+
+    EXPECT_EQ(decoder->RateHz(), 44100);
+    ExpectTone(DecodeAll(), 44100, exactly);
+}
+
+TEST_F(Mp3DecoderTest, GivesTheExactLengthThatAnEncoderNoted) {
+    for (const std::size_t frames : {100003U, 88200U, 51200U, 4321U}) {
+        ASSERT_EQ(Open(Encoded(44100, frames)), FMOD_OK);
+
+        EXPECT_EQ(DecodeAll().size(), 2 * frames);
+    }
+}
+
+TEST_F(Mp3DecoderTest, BeginsWithTheFirstFrameThatWasEncoded) {
+    std::vector<float> frames(88'200, 0.0F);
+    for (std::size_t i = 20000; i < frames.size(); ++i) {
+        const std::size_t frame = i / 2;
+        frames[i] = 0.5F * static_cast<float>(std::sin(0.05 * static_cast<double>(frame)));
+    }
+    files::EncodeMp3(folder.Path("late.mp3"), frames, 44100, {"-b", "320"});
+    ASSERT_EQ(Open(folder.Path("late.mp3")), FMOD_OK);
+
+    const auto decoded = DecodeAll();
+
+    ASSERT_EQ(decoded.size(), frames.size());
+    double error = 0.0;
+    for (std::size_t i = 30000; i < 80000; ++i) {
+        error = std::max(error, static_cast<double>(std::fabs(decoded[i] - frames[i])));
+    }
+    EXPECT_LT(error, 0.02); // one frame earlier or later would be 0.025
+}
+
+TEST_F(Mp3DecoderTest, DecodesVariableBitRates) {
+    ASSERT_EQ(Open(Encoded(44100, 88200, {"-V", "2"})), FMOD_OK);
+
+    const auto frames = DecodeAll();
+
+    EXPECT_EQ(frames.size(), 2U * 88200U);
+    ExpectTone(frames, 44100, roughly);
+}
+
+TEST_F(Mp3DecoderTest, DecodesFilesWithoutTags) {
+    ASSERT_EQ(Open(Encoded(44100, 88200, {"-V", "2", "-t"})), FMOD_OK);
+
+    ExpectTone(DecodeAll(), 44100, exactly);
+}
+
+TEST_F(Mp3DecoderTest, DecodesFreeFormat) {
+    ASSERT_EQ(Open(Encoded(44100, 88200, {"--freeformat", "-b", "200", "-t"})), FMOD_OK);
+
+    ExpectTone(DecodeAll(), 44100, roughly);
+}
+
+TEST_F(Mp3DecoderTest, DecodesOtherSampleRates) {
+    for (const int rateHz : {48000, 32000, 24000, 22050, 16000, 12000, 11025}) {
+        const auto frames = 2 * static_cast<std::size_t>(rateHz);
+        ASSERT_EQ(Open(Encoded(rateHz, frames,
+                               {"-V", "0", "--resample", std::to_string(rateHz / 1000.0)})),
+                  FMOD_OK)
+            << rateHz;
+
+        EXPECT_EQ(decoder->RateHz(), rateHz);
+        SCOPED_TRACE(rateHz);
+        ExpectTone(DecodeAll(), rateHz, exactly);
+    }
+}
+
+TEST_F(Mp3DecoderTest, PlaysMonoOnBothSides) {
+    files::EncodeMp3(folder.Path("mono.mp3"), tone::Sine(22050.0, 1000.0, 1000.0, 0.5, 44100),
+                     22050, {"-V", "2", "-m", "m"});
+    ASSERT_EQ(Open(folder.Path("mono.mp3")), FMOD_OK);
+
+    const auto frames = DecodeAll();
+
+    EXPECT_EQ(decoder->RateHz(), 22050);
+    EXPECT_EQ(tone::Side(frames, 0), tone::Side(frames, 1));
+    EXPECT_NEAR(tone::Measure(tone::Side(frames, 0), 22050.0, 1000.0).amplitude, 0.5, 0.006);
+}
+
+TEST_F(Mp3DecoderTest, KeepsSamplesWithinFullScale) {
+    // A square of full scale comes out of any lossy encoder with overshoots.
+    std::vector<float> square(88'200);
+    for (std::size_t i = 0; i < square.size(); ++i) {
+        square[i] = i / 2 % 100 < 50 ? 1.0F : -1.0F;
+    }
+    files::EncodeMp3(folder.Path("square.mp3"), square, 44100);
+    ASSERT_EQ(Open(folder.Path("square.mp3")), FMOD_OK);
+
+    const auto frames = DecodeAll();
+
+    EXPECT_EQ(*std::max_element(frames.begin(), frames.end()), 1.0F);
+    EXPECT_EQ(*std::min_element(frames.begin(), frames.end()), -1.0F);
+}
+
+TEST_F(Mp3DecoderTest, SkipsTags) {
+    const Bytes music = files::ReadAll(Encoded(44100, 88200));
+    for (const std::size_t length : {0U, 300U, 10'000'000U}) {
+        ASSERT_EQ(OpenBytes(Joined({Tag(length, length), music})), FMOD_OK) << length;
+        EXPECT_EQ(DecodeAll().size(), 2U * 88200U) << length;
+    }
+    ASSERT_EQ(OpenBytes(Joined({Tag(20, 20), Tag(500, 500), music})), FMOD_OK);
+    EXPECT_EQ(DecodeAll().size(), 2U * 88200U);
+}
+
+TEST_F(Mp3DecoderTest, DoesNotBelieveATagThatIsLongerThanTheFile) {
+    const Bytes music = files::ReadAll(Encoded(44100, 88200));
+
+    ASSERT_EQ(OpenBytes(Joined({Tag(200'000'000, 300), music})), FMOD_OK);
+
+    EXPECT_EQ(DecodeAll().size(), 2U * 88200U);
+}
+
+TEST_F(Mp3DecoderTest, DoesNotPlayATagAtTheEnd) {
+    const Bytes music = files::ReadAll(Encoded(44100, 88200));
+    Bytes tag = {'T', 'A', 'G'};
+    tag.resize(128, ' ');
+
+    ASSERT_EQ(OpenBytes(Joined({music, tag})), FMOD_OK);
+
+    EXPECT_EQ(DecodeAll().size(), 2U * 88200U);
+}
+
+TEST_F(Mp3DecoderTest, RefusesWhatIsNoMp3File) {
+    const std::string text = "This is no music at all, however long it may go on about it. ";
+    Bytes layerTwo;
+    for (int i = 0; i < 10; ++i) {
+        Bytes frame = {0xFF, 0xFD, 0x84, 0x00}; // 128 kbit/s, 48 kHz
+        frame.resize(384);
+        layerTwo = Joined({layerTwo, frame});
+    }
+
+    EXPECT_EQ(OpenBytes({}), FMOD_ERR_FORMAT);
+    EXPECT_EQ(OpenBytes({'I', 'D', '3', 4, 0, 0}), FMOD_ERR_FORMAT);
+    EXPECT_EQ(OpenBytes(Tag(300, 300)), FMOD_ERR_FORMAT);
+    EXPECT_EQ(OpenBytes(Bytes(text.begin(), text.end())), FMOD_ERR_FORMAT);
+    EXPECT_EQ(OpenBytes(Bytes(200'000, 0)), FMOD_ERR_FORMAT);
+    EXPECT_EQ(OpenBytes(Bytes(200'000, 0xFF)), FMOD_ERR_FORMAT);
+    EXPECT_EQ(OpenBytes(files::Noise(200'000)), FMOD_ERR_FORMAT);
+    EXPECT_EQ(OpenBytes(layerTwo), FMOD_ERR_FORMAT);
+}
+
+TEST_F(Mp3DecoderTest, RefusesOtherSoundFilesEvenWithMp3FramesInThem) {
+    const Bytes music = files::ReadAll(Encoded(44100, 44100));
+    const Bytes head = {'R', 'I', 'F', 'F', 0, 0, 1, 0, 'W', 'A', 'V', 'E'};
+
+    EXPECT_EQ(OpenBytes(Joined({head, music})), FMOD_ERR_FORMAT);
+}
+
+TEST_F(Mp3DecoderTest, RefusesAFrameThatStandsAlone) {
+    const Bytes music = files::ReadAll(Encoded(44100, 44100, {"-t", "-b", "128"}));
+
+    EXPECT_EQ(OpenBytes(First(music, 417)), FMOD_ERR_FORMAT);
+}
+
+TEST_F(Mp3DecoderTest, IsBadWhenNothingCanBeRead) {
+    files::WriteAll(folder.Path("bytes.mp3"), files::Noise(1000));
+    reads::FailAfter(0);
+
+    EXPECT_EQ(Open(folder.Path("bytes.mp3")), FMOD_ERR_FILE_BAD);
+}
+
+TEST_F(Mp3DecoderTest, SkipsDamageOfAnyLength) {
+    const Bytes music = files::ReadAll(Encoded(44100, 176'400, {"-b", "128"}));
+    for (const Bytes& damage : {Bytes(100'000, 0), files::Noise(100'000), Bytes(100'000, 0xFF)}) {
+        ASSERT_EQ(OpenBytes(Joined({First(music, 30'000), damage, From(music, 30'000)})), FMOD_OK);
+
+        const auto frames = DecodeAll();
+
+        // What was cut in two is lost, and what looks like a frame by chance may be added.
+        EXPECT_NEAR(static_cast<double>(frames.size()) / 2.0, 4.0 * 44100, 10.0 * 1152);
+        ExpectTone(frames, 44100, roughly);
+        EXPECT_TRUE(std::all_of(frames.begin(), frames.end(),
+                                [](float sample) { return std::fabs(sample) <= 1.0F; }));
+    }
+}
+
+TEST_F(Mp3DecoderTest, DropsFramesOfAnotherRate) {
+    const std::vector<std::string> untagged = {"-b", "128", "-t"};
+    const Bytes other = files::ReadAll(Encoded(48000, 48000, untagged));
+    const Bytes music = files::ReadAll(Encoded(44100, 176'400, untagged));
+    ASSERT_EQ(OpenBytes(music), FMOD_OK);
+    const std::size_t length = DecodeAll().size();
+
+    const std::size_t middle = EndOfFrame(music, 60);
+    const Bytes frames = First(other, EndOfFrame(other, 3));
+    ASSERT_EQ(OpenBytes(Joined({First(music, middle), frames, From(music, middle)})), FMOD_OK);
+    const auto decoded = DecodeAll();
+
+    EXPECT_EQ(decoder->RateHz(), 44100);
+    EXPECT_EQ(decoded.size(), length);
+    ExpectTone(decoded, 44100, roughly);
+}
+
+TEST_F(Mp3DecoderTest, PlaysAFileThatWasCutShortAsFarAsItGoes) {
+    const Bytes music = files::ReadAll(Encoded(44100, 176'400, {"-b", "128"}));
+
+    ASSERT_EQ(OpenBytes(First(music, music.size() / 2 + 100)), FMOD_OK);
+    const auto frames = DecodeAll();
+
+    EXPECT_NEAR(static_cast<double>(frames.size()) / 2.0, 2.0 * 44100, 3.0 * 1152);
+    ExpectTone(frames, 44100, roughly);
+}
+
+TEST_F(Mp3DecoderTest, DoesNotTakeAReadErrorForTheEnd) {
+    const std::string path = Encoded(44100, 441'000, {"-b", "128"});
+    reads::Reset();
+    ASSERT_EQ(Open(path), FMOD_OK);
+    reads::FailAfter(reads::BytesRead() + 40'000);
+
+    const auto frames = DecodeAll(Mp3Decoder::Progress::Failed);
+
+    EXPECT_GT(frames.size() / 2, 44100U);
+    EXPECT_LT(frames.size() / 2, 5U * 44100U);
+}
+
+TEST_F(Mp3DecoderTest, BeginsAgainWithTheSameFrames) {
+    ASSERT_EQ(Open(Encoded(44100, 88200)), FMOD_OK);
+    const auto first = DecodeAll();
+
+    ASSERT_EQ(decoder->Rewind(), FMOD_OK);
+
+    EXPECT_EQ(DecodeAll(), first);
+}
+
+TEST_F(Mp3DecoderTest, LooksAtABoundedPartOfTheFileToOpenIt) {
+    const Bytes music = files::ReadAll(Encoded(44100, 441'000, {"-b", "128", "-t"}));
+    Bytes longMusic;
+    for (int i = 0; i < 20; ++i) {
+        longMusic.insert(longMusic.end(), music.begin(), music.end());
+    }
+    files::WriteAll(folder.Path("long.mp3"), longMusic);
+
+    reads::Reset();
+    ASSERT_EQ(Open(folder.Path("tone.mp3")), FMOD_OK);
+    const std::size_t forShort = reads::BytesRead();
+    reads::Reset();
+    ASSERT_EQ(Open(folder.Path("long.mp3")), FMOD_OK);
+    const std::size_t forLong = reads::BytesRead();
+
+    EXPECT_EQ(forLong, forShort);
+    EXPECT_LT(forLong, 80'000U);
+}

@@ -1,0 +1,37 @@
+// Files to play, made by the test that plays them.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace files {
+
+using Bytes = std::vector<unsigned char>;
+
+/// A new folder, removed with all that is in it.
+class Folder {
+public:
+    Folder();
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    ~Folder();
+
+    std::string Path(const std::string& name) const { return path + "/" + name; }
+
+private:
+    std::string path;
+};
+
+/// Encodes stereo frames with the lame program and @p options; fails the test if it cannot. Only a
+/// variable bit rate (-V) keeps the level: lame makes others quieter.
+void EncodeMp3(const std::string& path, std::span<const float> frames, int rateHz,
+               const std::vector<std::string>& options = {"-V", "2"});
+
+Bytes ReadAll(const std::string& path);
+void WriteAll(const std::string& path, const Bytes& bytes);
+
+/// @p count bytes of noise, the same in every run.
+Bytes Noise(std::size_t count);
+
+} // namespace files

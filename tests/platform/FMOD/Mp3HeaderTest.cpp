@@ -1,0 +1,118 @@
+// The headers of MP3 frames.
+#include "Mp3Header.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <vector>
+
+using sound::FindMp3Stream;
+using sound::Id3TagBytes;
+using sound::ParseMp3Header;
+
+using Bytes = std::vector<unsigned char>;
+
+static void Append(Bytes& bytes, const Bytes& more) {
+    bytes.insert(bytes.end(), more.begin(), more.end());
+}
+
+// 128 kbit/s, 44.1 kHz: 417 bytes.
+static Bytes Frame() {
+    Bytes frame = {0xFF, 0xFB, 0x90, 0x00};
+    frame.resize(417);
+    return frame;
+}
+
+TEST(Mp3Header, TellsRateAndLengthOfEachMpegVersion) {
+    struct Case {
+        std::array<unsigned char, 4> bytes;
+        int rateHz;
+        int frameBytes;
+    };
+    const std::vector<Case> cases = {
+        {{0xFF, 0xFB, 0x90, 0x00}, 44100, 417}, // MPEG-1, 128 kbit/s
+        {{0xFF, 0xFB, 0x92, 0x00}, 44100, 418}, // the same, padded
+        {{0xFF, 0xFA, 0xE4, 0x00}, 48000, 960}, // MPEG-1, 320 kbit/s, with a checksum
+        {{0xFF, 0xFB, 0x18, 0x00}, 32000, 144}, // MPEG-1, 32 kbit/s
+        {{0xFF, 0xF3, 0x80, 0x00}, 22050, 208}, // MPEG-2, 64 kbit/s
+        {{0xFF, 0xE3, 0x18, 0x00}, 8000, 72},   // MPEG-2.5, 8 kbit/s
+        {{0xFF, 0xFB, 0x00, 0x00}, 44100, 0},   // free format
+    };
+    for (const Case& expected : cases) {
+        const auto header = ParseMp3Header(expected.bytes);
+
+        ASSERT_TRUE(header);
+        EXPECT_EQ(header->rateHz, expected.rateHz);
+        EXPECT_EQ(header->frameBytes, expected.frameBytes);
+    }
+}
+
+TEST(Mp3Header, RefusesWhatIsNoLayerThreeHeader) {
+    const std::vector<std::array<unsigned char, 4>> cases = {
+        {0x00, 0x00, 0x00, 0x00}, {0xFF, 0xDB, 0x90, 0x00}, // sync broken
+        {0xFF, 0xEB, 0x90, 0x00},                           // reserved version
+        {0xFF, 0xFD, 0x90, 0x00},                           // layer II
+        {0xFF, 0xFF, 0x90, 0x00},                           // layer I
+        {0xFF, 0xF9, 0x90, 0x00},                           // reserved layer
+        {0xFF, 0xFB, 0xF0, 0x00},                           // no such bit rate
+        {0xFF, 0xFB, 0x9C, 0x00},                           // no such sample rate
+    };
+    for (const auto& bytes : cases) {
+        EXPECT_FALSE(ParseMp3Header(bytes)) << std::hex << int{bytes[1]} << " " << int{bytes[2]};
+    }
+}
+
+TEST(Mp3Header, FindsAStreamAfterOtherBytes) {
+    Bytes bytes(100, 0x55);
+    Append(bytes, Frame());
+    Append(bytes, Frame());
+
+    EXPECT_EQ(FindMp3Stream(bytes), 100U);
+}
+
+TEST(Mp3Header, FindsNoStreamInOneFrameAlone) {
+    EXPECT_FALSE(FindMp3Stream(Frame()));
+}
+
+TEST(Mp3Header, PassesOverAHeaderThatNoFrameFollows) {
+    Bytes bytes = {0xFF, 0xFB, 0x90, 0x00, 0x55, 0x55};
+    Append(bytes, Frame());
+    Append(bytes, Frame());
+
+    EXPECT_EQ(FindMp3Stream(bytes), 6U);
+}
+
+TEST(Mp3Header, DoesNotTakeAFrameOfAnotherRateForTheNext) {
+    Bytes bytes = Frame();
+    Bytes other = Frame();
+    other[2] = 0x94; // 48 kHz
+    Append(bytes, other);
+
+    EXPECT_FALSE(FindMp3Stream(bytes));
+}
+
+TEST(Mp3Header, FindsAFreeFormatStreamByThreeHeaders) {
+    Bytes frame = {0xFF, 0xFB, 0x00, 0x00};
+    frame.resize(700);
+    Bytes bytes = frame;
+    Append(bytes, frame);
+    EXPECT_FALSE(FindMp3Stream(bytes));
+
+    Append(bytes, frame);
+    EXPECT_EQ(FindMp3Stream(bytes), 0U);
+}
+
+TEST(Mp3Header, FindsNothingInFewerThanFourBytes) {
+    EXPECT_FALSE(FindMp3Stream({}));
+    EXPECT_FALSE(FindMp3Stream(Bytes{0xFF, 0xFB, 0x90}));
+}
+
+TEST(Mp3Header, TellsTheLengthOfATag) {
+    const Bytes tag = {'I', 'D', '3', 4, 0, 0x00, 0x00, 0x00, 0x02, 0x01};
+    const Bytes withFooter = {'I', 'D', '3', 4, 0, 0x10, 0x00, 0x00, 0x02, 0x01};
+    const Bytes none = {'I', 'D', '4', 4, 0, 0, 0, 0, 2, 1};
+
+    EXPECT_EQ(Id3TagBytes(tag), 10U + 257U);
+    EXPECT_EQ(Id3TagBytes(withFooter), 10U + 257U + 10U);
+    EXPECT_EQ(Id3TagBytes(none), 0U);
+}

@@ -1,0 +1,227 @@
+// The system's operations: what they accept, what they answer.
+#include "SystemFixture.h"
+#include "Tone.h"
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+class SystemTest : public SystemFixture {
+protected:
+    FMOD_RESULT Create(const std::string& path) {
+        FMOD::Sound* sound = nullptr;
+        return system->createSound(path.c_str(), streamed, nullptr, &sound);
+    }
+
+    // One second at 441 Hz.
+    std::string Second() {
+        std::string path = folder.Path("second.mp3");
+        files::EncodeMp3(path, tone::Sine(44100.0, 441.0, 441.0, 0.5, 44100), 44100);
+        return path;
+    }
+};
+
+TEST_F(SystemTest, OffersTheInterfaceVersionItDeclares) {
+    unsigned int version = 0;
+
+    EXPECT_EQ(system->getVersion(&version), FMOD_OK);
+    EXPECT_EQ(version, 0x00040306U);
+    EXPECT_EQ(system->getVersion(nullptr), FMOD_ERR_INVALID_PARAM);
+}
+
+TEST_F(SystemTest, IsNotMadeWithoutAPlaceForIt) {
+    EXPECT_EQ(FMOD::System_Create(nullptr), FMOD_ERR_INVALID_PARAM);
+}
+
+TEST_F(SystemTest, StartsItsOutputWithInit) {
+    EXPECT_FALSE(script::IsStarted());
+    Init();
+    EXPECT_TRUE(script::IsStarted());
+}
+
+TEST_F(SystemTest, RefusesArgumentsOfInitOutOfTheirRange) {
+    int driver = 0;
+
+    EXPECT_EQ(system->init(0, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->init(-1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->init(65, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->init(1, 1, nullptr), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, &driver), FMOD_ERR_INVALID_PARAM);
+    EXPECT_FALSE(script::IsStarted());
+}
+
+TEST_F(SystemTest, IsInitialisedOnce) {
+    Init();
+
+    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INITIALIZED);
+}
+
+TEST_F(SystemTest, SaysWhenMemoryOrThreadsRanOutAndMayBeAskedAgain) {
+    script::RefuseNextStart();
+
+    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_MEMORY);
+    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_OK);
+}
+
+TEST_F(SystemTest, DoesNothingBeforeInit) {
+    FMOD::Sound* sound = nullptr;
+    FMOD::Channel* channel = nullptr;
+    std::vector<float> spectrum(512);
+
+    EXPECT_EQ(system->update(), FMOD_ERR_UNINITIALIZED);
+    EXPECT_EQ(system->createSound("music.mp3", streamed, nullptr, &sound), FMOD_ERR_UNINITIALIZED);
+    EXPECT_EQ(system->playSound(FMOD_CHANNEL_FREE, sound, false, &channel), FMOD_ERR_UNINITIALIZED);
+    EXPECT_EQ(system->getSpectrum(spectrum.data(), 512, 0, FMOD_DSP_FFT_WINDOW_TRIANGLE),
+              FMOD_ERR_UNINITIALIZED);
+}
+
+TEST_F(SystemTest, EndsItsOutputWithClose) {
+    Init();
+    Play(Open(Second()));
+
+    EXPECT_EQ(system->close(), FMOD_OK);
+
+    EXPECT_FALSE(script::IsStarted());
+    EXPECT_EQ(system->update(), FMOD_ERR_UNINITIALIZED);
+}
+
+TEST_F(SystemTest, MayBeInitialisedAgainAfterClose) {
+    Init();
+    ASSERT_EQ(system->close(), FMOD_OK);
+
+    Init();
+    FMOD::Channel* channel = Play(Open(Second()));
+    script::Pull(4410);
+    script::HearAll();
+
+    EXPECT_EQ(Position(channel), 100U);
+}
+
+TEST_F(SystemTest, TellsApartWhyAFileCannotBeOpened) {
+    Init();
+    files::WriteAll(folder.Path("text.mp3"), {'t', 'e', 'x', 't'});
+
+    EXPECT_EQ(Create(folder.Path("nowhere.mp3")), FMOD_ERR_FILE_NOTFOUND);
+    EXPECT_EQ(Create(""), FMOD_ERR_FILE_NOTFOUND);
+    EXPECT_EQ(Create(folder.Path("")), FMOD_ERR_FILE_BAD);
+    EXPECT_EQ(Create(folder.Path("text.mp3")), FMOD_ERR_FORMAT);
+}
+
+TEST_F(SystemTest, LeavesTheSoundAloneWhenItCannotBeOpened) {
+    Init();
+    int place = 0;
+    auto* const before = reinterpret_cast<FMOD::Sound*>(&place);
+    FMOD::Sound* sound = before;
+
+    system->createSound(folder.Path("nowhere.mp3").c_str(), streamed, nullptr, &sound);
+
+    EXPECT_EQ(sound, before);
+}
+
+TEST_F(SystemTest, RefusesArgumentsOfCreateSoundOutOfTheirRange) {
+    Init();
+    const std::string path = Second();
+    FMOD::Sound* sound = nullptr;
+    int place = 0;
+    auto* const exInfo = reinterpret_cast<FMOD_CREATESOUNDEXINFO*>(&place);
+
+    EXPECT_EQ(system->createSound(nullptr, streamed, nullptr, &sound), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->createSound(path.c_str(), streamed, nullptr, nullptr),
+              FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->createSound(path.c_str(), streamed, exInfo, &sound), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->createSound(path.c_str(), streamed | 0x10000, nullptr, &sound),
+              FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(sound, nullptr);
+}
+
+TEST_F(SystemTest, RefusesArgumentsOfPlaySoundOutOfTheirRange) {
+    Init();
+    FMOD::Sound* sound = Open(Second());
+    FMOD::Channel* channel = nullptr;
+    int place = 0;
+    auto* const stranger = reinterpret_cast<FMOD::Sound*>(&place);
+
+    EXPECT_EQ(system->playSound(FMOD_CHANNEL_FREE, nullptr, false, &channel),
+              FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->playSound(FMOD_CHANNEL_FREE, stranger, false, &channel),
+              FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->playSound(FMOD_CHANNEL_FREE, sound, false, nullptr), FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->playSound(static_cast<FMOD_CHANNELINDEX>(2), sound, false, &channel),
+              FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(system->playSound(static_cast<FMOD_CHANNELINDEX>(-2), sound, false, &channel),
+              FMOD_ERR_INVALID_PARAM);
+    EXPECT_EQ(channel, nullptr);
+}
+
+TEST_F(SystemTest, GivesTheDeviceAMomentBeforeItPlays) {
+    Init();
+    FMOD::Sound* sound = Open(Second());
+    EXPECT_EQ(script::DevicesAwaited(), 0);
+
+    Play(sound);
+
+    EXPECT_EQ(script::DevicesAwaited(), 1);
+}
+
+TEST_F(SystemTest, PlaysAsManySoundsAsItHasChannels) {
+    Init();
+    FMOD::Sound* low = Open(Second());
+    files::EncodeMp3(folder.Path("high.mp3"), tone::Sine(44100.0, 2000.0, 2000.0, 0.25, 44100),
+                     44100);
+    FMOD::Sound* high = Open(folder.Path("high.mp3"));
+
+    EXPECT_NE(Play(low), Play(high));
+    const auto left = tone::Side(script::Pull(30000), 0);
+
+    EXPECT_NEAR(tone::Measure(left, 44100.0, 441.0).amplitude, 0.5, 0.01);
+    EXPECT_NEAR(tone::Measure(left, 44100.0, 2000.0).amplitude, 0.25, 0.01);
+}
+
+TEST_F(SystemTest, TakesAChannelFromItsSoundWhenNoneIsFree) {
+    Init();
+    FMOD::Sound* first = Open(Second());
+    FMOD::Sound* second = Open(Second());
+    FMOD::Sound* third = Open(Second());
+    FMOD::Channel* taken = Play(first);
+    Play(second);
+    script::Pull(10000);
+    script::HearAll();
+
+    EXPECT_EQ(Play(third), taken);
+    EXPECT_EQ(Position(taken), 0U);
+}
+
+TEST_F(SystemTest, KeepsTheMixWithinFullScale) {
+    Init();
+    const auto loud = tone::Sine(44100.0, 441.0, 441.0, 0.9, 44100);
+    files::EncodeMp3(folder.Path("loud.mp3"), loud, 44100);
+    Play(Open(folder.Path("loud.mp3")));
+    Play(Open(folder.Path("loud.mp3")));
+
+    const auto mix = script::Pull(20000);
+
+    EXPECT_EQ(*std::max_element(mix.begin(), mix.end()), 1.0F);
+    EXPECT_EQ(*std::min_element(mix.begin(), mix.end()), -1.0F);
+}
+
+TEST_F(SystemTest, FallsSilentWhenTheSoundIsReleased) {
+    Init();
+    FMOD::Sound* sound = Open(Second());
+    FMOD::Channel* channel = Play(sound);
+    script::Pull(10000);
+
+    EXPECT_EQ(sound->release(), FMOD_OK);
+
+    const auto mix = script::Pull(1000);
+    EXPECT_EQ(mix, std::vector<float>(2000, 0.0F));
+    unsigned int position = 7;
+    EXPECT_EQ(channel->getPosition(&position, FMOD_TIMEUNIT_MS), FMOD_ERR_INVALID_HANDLE);
+    EXPECT_EQ(position, 7U);
+}
+
+TEST_F(SystemTest, PlaysSilenceWhenNothingPlays) {
+    Init();
+    Open(Second());
+
+    EXPECT_EQ(script::Pull(3000), std::vector<float>(6000, 0.0F));
+}
