@@ -1,0 +1,45 @@
+// The engine object: owns the engine's services and does the engine's part of every frame.
+#pragma once
+
+#include <string>
+
+namespace engine {
+
+class FmodEngine;
+class LightEngine;
+class TextureManager;
+class TimeEngine;
+
+/// Holds no state and has no behaviour; its objects keep a place in DemoEngine.
+class Placeholder {};
+
+/// One object for the whole run. It and what it owns live until the process ends.
+/// Main thread only.
+class DemoEngine {
+public:
+    /// @p newTitle stands in the window's title bar, the banner and the alert boxes.
+    explicit DemoEngine(std::string newTitle);
+
+    /// Takes the music engine, not owned, and makes the demo clock that runs on it. Call once.
+    void SetFmod(FmodEngine* musicEngine);
+
+    /// The engine's step of a frame: applies the camera offset to the current matrix, refreshes
+    /// the spectrum and ticks the clock. Needs SetFmod and a current OpenGL context.
+    void Refresh();
+
+    float viewExtentX;
+    float viewExtentY;
+    float cameraX; ///< camera offset in model units, applied by Refresh
+    float cameraY;
+    float cameraZ;
+    Placeholder* placeholderA;
+    Placeholder* placeholderB;
+    TextureManager* textures;
+    FmodEngine* fmod; ///< null until SetFmod
+    LightEngine* light;
+    float* clearColour; ///< 304 floats, of which the first four are red, green, blue, alpha
+    TimeEngine* time;   ///< null until SetFmod
+    std::string title;
+};
+
+} // namespace engine

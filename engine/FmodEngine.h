@@ -1,0 +1,85 @@
+// The music: opening it, playing it, its position, its spectrum, and what is said when it fails.
+#pragma once
+
+#include "BaseEngine.h"
+
+#include <FMOD/FMOD.h>
+
+#include <cstdint>
+#include <string>
+
+namespace engine {
+
+/// Owns the sound library's system, one sound and the channel it plays on. Main thread only.
+/// Operations marked "checked" end the process through FmodCheckError when the library refuses,
+/// as it does whatever they ask of a channel before Play; the others ignore a refusal.
+class FmodEngine : public BaseEngine {
+public:
+    /// Starts the library and opens resource @p name of type "mp3". Checked.
+    explicit FmodEngine(std::string name);
+
+    /// The same for resource "music", without the two lines of progress. Checked.
+    FmodEngine();
+
+    /// Checked.
+    ~FmodEngine();
+
+    FmodEngine(const FmodEngine&) = delete;
+    FmodEngine& operator=(const FmodEngine&) = delete;
+
+    /// Field defaults, then the library's creation, version check and start. Checked.
+    /// For the constructors only.
+    void BasicInit();
+
+    /// Returns if @p result is FMOD_OK; otherwise prints the error on standard output and ends the
+    /// process with status -1.
+    void FmodCheckError(FMOD_RESULT result);
+
+    /// Starts the music from its beginning. Checked.
+    void Play();
+
+    /// Lets the library do its periodic work.
+    void Update();
+
+    /// Reads the spectrum of what is heard now into `spectrum`.
+    void UpdateSpectrum();
+
+    /// The sum of bands @p from to @p to, both included, divided by @p to - @p from; 0 unless
+    /// @p from < @p to. Bands are 0..511 and not checked.
+    float GetAverage(int from, int to);
+
+    /// The band that holds @p frequency, in Hz; 22050 gives 512, one past the last.
+    int GetIndex(int frequency);
+
+    /// The music position heard now, in ms. Checked.
+    std::uint32_t GetCurTime();
+
+    /// Whether the music still plays; traces the answer on standard output. Checked.
+    bool GetIsPlaying();
+
+    /// Checked.
+    bool GetMute();
+
+    /// Applies the present mute state again. Checked.
+    void SetMute();
+
+    /// Pauses or goes on.
+    void SetPaused();
+
+    /// @p newVolume: 0..255, linear.
+    void SetVolume(float newVolume);
+
+    FMOD::System* system = nullptr;
+    FMOD::Sound* sound = nullptr;
+    FMOD::Channel* channel = nullptr; ///< null until Play
+    FMOD_RESULT lastResult = FMOD_OK; ///< of the latest position query
+    std::uint32_t position = 0;       ///< ms, latest answer
+    std::uint32_t version = 0;        ///< of the library, see FMOD_VERSION
+    float spectrum[512] = {};         ///< magnitudes, lowest band first, each 43 Hz wide
+    float volume = 0;                 ///< 0..255
+    bool mute = false;                ///< as last read
+    bool stopped = false;             ///< true until Play
+    bool paused = false;              ///< as last read
+};
+
+} // namespace engine

@@ -1,0 +1,32 @@
+// Core Foundation's strings, and a bundle whose resources a script names.
+#pragma once
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <cstddef>
+#include <map>
+#include <string>
+
+namespace doubles {
+
+struct BundleScript {
+    /// The resources there are: path by file name.
+    std::map<std::string, std::string> paths = {
+        {"credits.png", "/resources/credits.png"}, {"music.mp3", "/resources/music.mp3"},
+        {"skovr.png", "/resources/skovr.png"},     {"synchtune.mp3", "/resources/synchtune.mp3"},
+        {"texture.png", "/resources/texture.png"},
+    };
+};
+
+extern BundleScript bundle;
+
+/// @p object as it stands in a call: a string in quotes, the path of a URL in quotes, "null", or
+/// "released" for what is not, or no longer, an object.
+std::string Describe(CFTypeRef object);
+
+/// How many strings and URLs were made and not released.
+std::size_t UnreleasedObjects();
+
+void ForgetCoreFoundationObjects();
+
+} // namespace doubles

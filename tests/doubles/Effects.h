@@ -1,0 +1,65 @@
+// What the code under test does to the outside: the services it calls and the text it prints, in
+// one list, a line each:
+//     glTranslatef(-720, -540, 0)
+//     print "BasicInit - Initiated\n"
+// Numbers are written with as few digits as tell them from every other number of their type,
+// enumerators by name, strings in quotes.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+
+namespace doubles {
+
+/// All that @p action calls and prints. Text printed between two calls makes one line.
+std::string EffectsOf(const std::function<void()>& action);
+
+/// The bytes that @p action prints on standard output.
+std::string OutputOf(const std::function<void()>& action);
+
+/// For the statement of a death test: does @p action and, if that ends the process by exit(),
+/// writes its effects to standard error.
+void ReportEffectsAtExit(const std::function<void()>& action);
+
+/// @p lines as EffectsOf would give them.
+std::string Lines(std::initializer_list<std::string> lines);
+
+/// Those lines of @p effects that begin with @p prefix.
+std::string Only(const std::string& prefix, const std::string& effects);
+
+/// How many lines of @p effects begin with @p prefix.
+int Count(const std::string& prefix, const std::string& effects);
+
+/// What stands in a call as it is, without quotes.
+struct Word {
+    std::string text;
+};
+
+std::string Text(bool value);
+std::string Text(int value);
+std::string Text(unsigned int value);
+std::string Text(float value);
+std::string Text(double value);
+std::string Text(const char* value); ///< quoted, escaped as in a source file; null is null
+std::string Text(const std::string& value);
+std::string Text(const Word& value);
+
+/// Whether there is an action going on whose effects are asked for.
+bool IsRecording();
+
+/// Adds a line to the effects of the action that is going on, if one is.
+void RecordLine(const std::string& line);
+
+/// For the doubles: adds a call.
+template <typename... Arguments>
+void Record(const std::string& function, const Arguments&... arguments) {
+    if (!IsRecording()) {
+        return;
+    }
+    std::string list;
+    ((list += (list.empty() ? "" : ", ") + Text(arguments)), ...);
+    RecordLine(function + "(" + list + ")");
+}
+
+} // namespace doubles

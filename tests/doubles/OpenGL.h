@@ -1,0 +1,14 @@
+// OpenGL, recorded; what it remembers is which capabilities are enabled.
+#pragma once
+
+#include <set>
+
+namespace doubles {
+
+struct OpenGLState {
+    std::set<unsigned int> enabled; ///< what glIsEnabled answers; glEnable and glDisable change it
+};
+
+extern OpenGLState openGL;
+
+} // namespace doubles
