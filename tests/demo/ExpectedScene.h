@@ -1,0 +1,24 @@
+// What the show is to draw, in lines as doubles::EffectsOf gives them.
+#pragma once
+
+#include "Fmod.h"
+
+#include <optional>
+#include <string>
+
+struct ExpectedScene {
+    std::optional<unsigned int> picture; ///< the texture of the picture quad; none: not drawn
+    doubles::Spectrum spectrum;
+    float rotate[3];   ///< in degrees, as the three transforms of the scene use it
+    float globalAngle; ///< as left in the texture matrix
+};
+
+/// A whole Scene1, with a box as the loader makes it.
+std::string Lines(const ExpectedScene& scene);
+
+/// A quad of DrawSquare.
+std::string SquareLines(float width, float height);
+
+/// A spectrum of bands that all differ, as do the sums over any neighbouring ones:
+/// band b is b * b / 65536.
+doubles::Spectrum QuadraticSpectrum();
