@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# The viewer's ways out of the show, each with status 0. Argument: the case to run.
+# shellcheck source=tests/endtoend/show.sh
+. "$(dirname "$0")/show.sh"
+
+EscapeRightAfterTheWindowOpensLeaves() {
+    start_display
+    open_in_window "$PROGRAMS/skovra"
+    headless_key Escape
+    expect_exit 0
+}
+
+EscapeInMidShowLeaves() {
+    start_display
+    open_in_window "$PROGRAMS/skovra-positions"
+    wait_for_position 4000
+    headless_key Escape
+    expect_exit 0
+    expect_output
+}
+
+EscapeInFullScreenLeaves() {
+    start_display
+    open_full_screen "$PROGRAMS/skovra-positions"
+    wait_for_position 1000
+    headless_key Escape
+    expect_exit 0
+    expect_output
+}
+
+ClosingTheWindowLeaves() {
+    start_display
+    open_in_window "$PROGRAMS/skovra-positions"
+    wait_for_position 1000
+    headless_key alt+F4 # the window manager's own key for closing a window
+    expect_exit 0
+    expect_output
+}
+
+OtherKeysChangeNothing() {
+    start_display
+    open_in_window "$PROGRAMS/skovra-positions"
+    wait_for_position 500
+    local window=$headless_window
+    headless_key a A q Q x space Return Tab F1 F11 Left 1 BackSpace
+    wait_for_position 2500
+    headless_has_ended "$headless_pid" && fail "a key other than Escape ended the show"
+    expect_window "$window"
+    headless_key Escape
+    expect_exit 0
+    expect_output
+}
+
+"$1"

@@ -1,0 +1,49 @@
+#!/usr/bin/env bash
+# script/run, as a newcomer calls it. Argument: the case to run.
+# shellcheck source=tests/endtoend/show.sh
+. "$(dirname "$0")/show.sh"
+
+root=$(cd "$here/../.." && pwd)
+screenshots=$root/build/release/screenshots
+
+# colours_of FILE: how many different colours it shows.
+colours_of() {
+    identify -format '%k' "$1"
+}
+
+PlaysTheWholeShowWithoutADisplay() {
+    headless_begin
+    without_sound
+    unset DISPLAY WAYLAND_DISPLAY
+    rm -rf "$screenshots"
+    headless_launch "$root/script/run"
+    expect_exit 0 900
+    expect_output
+    grep -q '^No usable display' "$headless_err" || fail "nothing is said of the display"
+    grep -qF "Screenshots: $screenshots" "$headless_err" || fail "nobody is told of the screenshots"
+    local at
+    for at in 05 20 31; do
+        expect_equal "size of ${at}s.png" 1024x768 \
+            "$(identify -format '%wx%h' "$screenshots/${at}s.png")"
+    done
+    (($(colours_of "$screenshots/05s.png") > 1000)) || fail "no picture at 5 s"
+    (($(colours_of "$screenshots/20s.png") > 1000)) || fail "no picture at 20 s"
+    (($(colours_of "$screenshots/31s.png") < 1000)) || fail "still a picture at 31 s"
+}
+
+PlaysOnTheDisplayThereIs() {
+    start_display
+    headless_launch "$root/script/run"
+    headless_wait_active "$title" 900
+    headless_key Return
+    headless_wait_active "$title"
+    headless_key Escape
+    headless_wait_active "$title"
+    headless_key Return
+    headless_wait_active "$title"
+    expect_window "$headless_window"
+    headless_key Escape
+    expect_exit 0
+}
+
+"$1"

@@ -1,0 +1,138 @@
+#!/usr/bin/env bash
+# What the end-to-end tests share: a display, a copy of the program to tamper with, the answers to
+# its boxes, and what it must print. Sourced first; $PROGRAMS is the folder of the built programs.
+set -euo pipefail
+
+here=$(dirname "${BASH_SOURCE[0]}")
+# shellcheck source=script/lib/headless.sh
+. "$here/../../script/lib/headless.sh"
+
+title='"QVZ 02 - Skovra"'
+
+fail() {
+    printf 'FAILED: %s\n' "$*" >&2
+    for file in "${headless_out:-}" "${headless_err:-}"; do
+        if [ -n "$file" ]; then
+            printf -- '--- %s\n' "${file##*/}" >&2
+            tail -c 2000 "$file" >&2
+        fi
+    done
+    exit 1
+}
+
+expect_equal() {
+    [ "$2" = "$3" ] || fail "$1: expected '$2', got '$3'"
+}
+
+# start_display: a screen with a window manager, as on a desktop, and no sound server.
+start_display() {
+    headless_begin
+    headless_start_xvfb
+    headless_start_openbox
+    without_sound
+}
+
+# No sound server of whoever runs this, and none started on demand.
+without_sound() {
+    mkdir -p "$headless_dir/runtime"
+    chmod 700 "$headless_dir/runtime"
+    export XDG_RUNTIME_DIR=$headless_dir/runtime PULSE_SERVER=unix:$headless_dir/runtime/none
+}
+
+# copy_program: a copy of program and resources to tamper with, in $copy.
+copy_program() {
+    copy=$headless_dir/copy
+    mkdir "$copy"
+    cp -r "$PROGRAMS/skovra" "$PROGRAMS/skovra-positions" "$PROGRAMS/resources" "$copy"
+}
+
+# launch PROGRAM: starts it, with its positions in $positions if it is skovra-positions.
+launch() {
+    positions=$headless_dir/positions
+    : >"$positions"
+    POSITION_LOG=$positions headless_launch "$@"
+}
+
+# answer KEY: Return for full screen, Escape for a window; then the show's display is up.
+answer() {
+    headless_wait_active "$title" 60
+    headless_key Return
+    headless_wait_active "$title"
+    headless_key "$1"
+    headless_wait_active "$title"
+    headless_key Return
+}
+
+open_in_window() {
+    launch "$@"
+    answer Escape
+    headless_wait_active "$title"
+}
+
+# The full-screen display's name is freeglut's affair where it is in game mode.
+open_full_screen() {
+    launch "$@"
+    answer Return
+}
+
+has_read_position() {
+    [ "$(tail -n 2 "$positions" | head -n 1 | cut -d ' ' -f 1)" -ge "$1" ] 2>/dev/null
+}
+
+# wait_for_position MS: until the show has read that music position or a later one.
+wait_for_position() {
+    headless_wait_until $((30 + $1 / 500)) "music position $1" has_read_position "$1"
+}
+
+expect_exit() {
+    local status=0
+    headless_wait_exit "$headless_pid" "${2:-20}" || status=$?
+    expect_equal "exit status" "$1" "$status"
+}
+
+# What the show prints up to its first frame. $1: warnings of missing pictures.
+expected_output() {
+    printf '%s\n' \
+        '"QVZ 02 - Skovra"' \
+        'Tarvelund 2006 - Halvmork.' \
+        'Using DemoEngine(tm) version: 6' \
+        'Settings:' \
+        ' Sound : 1' \
+        '' \
+        'BasicInit - Initiated' \
+        'BasicInit - Completed' \
+        'Attempting to load file...OK' \
+        'FMOD - Initiated' \
+        'Configuring FMOD' \
+        'Setting OpenGL settings' \
+        'Loading Textures...'
+    printf '%s' "${1:-}"
+}
+
+# expect_output [WARNINGS]: that text to the byte, then one digit 1 a frame and nothing else.
+expect_output() {
+    local expected=$headless_dir/expected size rest
+    if [ $# -gt 0 ]; then
+        expected_output "$1"$'\n' >"$expected"
+    else
+        expected_output >"$expected"
+    fi
+    size=$(stat -c %s "$expected")
+    cmp -n "$size" "$expected" "$headless_out" || fail "standard output differs"
+    rest=$(tail -c "+$((size + 1))" "$headless_out" | od -v -An -c | tr -d ' \n')
+    [[ $rest =~ ^1+$ ]] || fail "standard output goes on with '${rest:0:80}'"
+}
+
+# colour_at FILE X Y: "red,green,blue" of a pixel, 0..255.
+colour_at() {
+    convert "$1" -depth 8 -format "%[pixel:p{$2,$3}]" info: | sed 's/^s*rgba\{0,1\}(\(.*\))$/\1/'
+}
+
+# expect_window WINDOW: the show's window where it belongs; a window manager's frame stands there.
+expect_window() {
+    local extents x y width height
+    extents=$(xprop -id "$1" _NET_FRAME_EXTENTS | sed -n 's/.*= \([0-9]*\), [0-9]*, \([0-9]*\),.*/\1 \2/p')
+    read -r x y width height <<<"$(headless_geometry "$1")"
+    expect_equal "window geometry within frame of $extents" "200 200 1024 768" \
+        "$((x - ${extents% *})) $((y - ${extents#* })) $width $height"
+}
