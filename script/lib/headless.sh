@@ -28,6 +28,8 @@
 #                                        before, is visible and has the keyboard; sets
 #                                        $headless_window
 # headless_wait_visible NAME [SECONDS]   the same for windows no window manager looks after
+# headless_forget_windows               all windows are new again: after a program has ended, the
+#                                        next one's may get the same numbers
 # headless_wait_gone WINDOW [SECONDS]    until that window is no longer visible
 # headless_wait_until SECONDS WHAT COMMAND [ARGUMENT...]
 #                                        until the command succeeds
@@ -202,7 +204,8 @@ CONFIGURATION
 headless_start_openbox() {
     rm -f "$headless_dir/READY"
     # Its own settings, not those of whoever runs this.
-    XDG_CONFIG_HOME="$headless_dir" openbox --startup "touch '$headless_dir/READY'" \
+    XDG_CONFIG_HOME="$headless_dir" XDG_CACHE_HOME="$headless_dir" XDG_DATA_HOME="$headless_dir" \
+        openbox --startup "touch '$headless_dir/READY'" \
         >"$headless_dir/openbox.log" 2>&1 &
     headless_pids+=("$!")
     headless_wait_until 30 "openbox to be ready" [ -e "$headless_dir/READY" ]
@@ -260,6 +263,10 @@ headless_wait_visible() {
     headless_wait_until "${2:-$headless_limit}" "a new window '$1' to be visible" \
         headless_is_visible "$1" || return 1
     headless_seen+="$headless_window "
+}
+
+headless_forget_windows() {
+    headless_seen=" "
 }
 
 headless_wait_gone() {

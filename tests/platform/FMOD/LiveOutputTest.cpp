@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <thread>
 #include <vector>
@@ -93,6 +94,7 @@ TEST_F(LiveOutputTest, EndsWithTheProcessWhileItPlays) {
     EXPECT_EXIT(
         {
             Watch(PlayTone(1.0), 100);
+            std::filesystem::remove_all(folder.Path("")); // no destructor will
             std::exit(7);
         },
         testing::ExitedWithCode(7), "");
