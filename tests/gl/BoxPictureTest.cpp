@@ -10,14 +10,9 @@
 
 using gltest::Picture;
 using gltest::Rgba;
+using namespace gltest::colours;
 
 namespace {
-
-constexpr Rgba black = {0, 0, 0};
-constexpr Rgba red = {255, 0, 0};
-constexpr Rgba green = {0, 255, 0};
-constexpr Rgba blue = {0, 0, 255};
-constexpr Rgba white = {255, 255, 255};
 
 constexpr int size = 64;
 

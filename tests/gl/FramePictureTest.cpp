@@ -14,14 +14,9 @@ using gltest::music;
 using gltest::Picture;
 using gltest::PngFile;
 using gltest::Rgba;
+using namespace gltest::colours;
 
 namespace {
-
-constexpr Rgba black = {0, 0, 0};
-constexpr Rgba red = {255, 0, 0};
-constexpr Rgba green = {0, 255, 0};
-constexpr Rgba blue = {0, 0, 255};
-constexpr Rgba white = {255, 255, 255};
 
 // How far behind the eye's plane things are drawn.
 constexpr double sceneZ = -1300;

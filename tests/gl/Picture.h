@@ -20,6 +20,16 @@ struct Rgba {
 
 std::ostream& operator<<(std::ostream& stream, const Rgba& colour);
 
+namespace colours {
+
+inline constexpr Rgba black = {0, 0, 0};
+inline constexpr Rgba red = {255, 0, 0};
+inline constexpr Rgba green = {0, 255, 0};
+inline constexpr Rgba blue = {0, 0, 255};
+inline constexpr Rgba white = {255, 255, 255};
+
+} // namespace colours
+
 /// Pixels from the top left, x to the right, y down.
 struct Picture {
     int width = 0;
