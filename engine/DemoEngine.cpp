@@ -38,4 +38,18 @@ void DemoEngine::Refresh() {
     time->Update();
 }
 
+void DemoEngine::EnableSEM() {
+    glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
+    glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
+    glTexGeni(GL_S, GL_SPHERE_MAP, 0); // no parameter's name: OpenGL refuses both, meant
+    glTexGeni(GL_T, GL_SPHERE_MAP, 0);
+    glEnable(GL_TEXTURE_GEN_S);
+    glEnable(GL_TEXTURE_GEN_T);
+}
+
+void DemoEngine::DisableSEM() {
+    glDisable(GL_TEXTURE_GEN_S);
+    glDisable(GL_TEXTURE_GEN_T);
+}
+
 } // namespace engine

@@ -27,6 +27,11 @@ public:
     /// the spectrum and ticks the clock. Needs SetFmod and a current OpenGL context.
     void Refresh();
 
+    /// What is drawn from here on is textured as if it mirrored the texture: its coordinates come
+    /// from its normals. DisableSEM ends that. Both need a current OpenGL context.
+    void EnableSEM();
+    void DisableSEM();
+
     float viewExtentX;
     float viewExtentY;
     float cameraX; ///< camera offset in model units, applied by Refresh

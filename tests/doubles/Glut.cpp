@@ -16,11 +16,22 @@ Word Callback(Function* callback) {
     return {name == glut.names.end() ? "unknown callback" : name->second};
 }
 
+Word Font(const void* font) {
+    if (font == GLUT_STROKE_ROMAN) {
+        return {"GLUT_STROKE_ROMAN"};
+    }
+    return {font == GLUT_STROKE_MONO_ROMAN ? "GLUT_STROKE_MONO_ROMAN" : "unknown font"};
+}
+
 } // namespace
 
 } // namespace doubles
 
 using namespace doubles;
+
+// The fonts are named by the addresses of these.
+void* glutStrokeRoman = nullptr;
+void* glutStrokeMonoRoman = nullptr;
 
 void glutInit(int* argumentCount, char** arguments) {
     std::string all;
@@ -89,4 +100,12 @@ void glutSwapBuffers() {
 void glutMainLoop() {
     Record("glutMainLoop");
     glut.mainLoop();
+}
+
+void glutSolidSphere(double radius, int slices, int stacks) {
+    Record("glutSolidSphere", radius, slices, stacks);
+}
+
+void glutStrokeCharacter(void* font, int character) {
+    Record("glutStrokeCharacter", Font(font), character);
 }

@@ -33,12 +33,18 @@ Word Name(GLenum value) {
         {GL_PERSPECTIVE_CORRECTION_HINT, "GL_PERSPECTIVE_CORRECTION_HINT"},
         {GL_POSITION, "GL_POSITION"},
         {GL_PROJECTION, "GL_PROJECTION"},
+        {GL_S, "GL_S"},
         {GL_SHININESS, "GL_SHININESS"},
         {GL_SPECULAR, "GL_SPECULAR"},
+        {GL_SPHERE_MAP, "GL_SPHERE_MAP"},
         {GL_SPOT_CUTOFF, "GL_SPOT_CUTOFF"},
         {GL_SRC_ALPHA, "GL_SRC_ALPHA"},
+        {GL_T, "GL_T"},
         {GL_TEXTURE, "GL_TEXTURE"},
         {GL_TEXTURE_2D, "GL_TEXTURE_2D"},
+        {GL_TEXTURE_GEN_MODE, "GL_TEXTURE_GEN_MODE"},
+        {GL_TEXTURE_GEN_S, "GL_TEXTURE_GEN_S"},
+        {GL_TEXTURE_GEN_T, "GL_TEXTURE_GEN_T"},
     };
     if (const auto name = names.find(value); name != names.end()) {
         return {name->second};
@@ -49,7 +55,16 @@ Word Name(GLenum value) {
 }
 
 Word Primitive(GLenum value) {
-    return value == GL_QUADS ? Word{"GL_QUADS"} : Name(value);
+    switch (value) {
+    case GL_LINES:
+        return {"GL_LINES"};
+    case GL_TRIANGLES:
+        return {"GL_TRIANGLES"};
+    case GL_QUADS:
+        return {"GL_QUADS"};
+    default:
+        return Name(value);
+    }
 }
 
 Word ClearMask(GLbitfield mask) {
@@ -98,6 +113,10 @@ void glClearDepth(GLclampd depth) {
 
 void glColor3f(GLfloat red, GLfloat green, GLfloat blue) {
     Record("glColor3f", red, green, blue);
+}
+
+void glColor3ub(GLubyte red, GLubyte green, GLubyte blue) {
+    Record("glColor3ub", int{red}, int{green}, int{blue});
 }
 
 void glColorMaterial(GLenum face, GLenum mode) {
@@ -159,6 +178,14 @@ void glMatrixMode(GLenum mode) {
     Record("glMatrixMode", Name(mode));
 }
 
+void glNormal3f(GLfloat x, GLfloat y, GLfloat z) {
+    Record("glNormal3f", x, y, z);
+}
+
+void glPointSize(GLfloat size) {
+    Record("glPointSize", size);
+}
+
 void glPopMatrix() {
     Record("glPopMatrix");
 }
@@ -177,6 +204,14 @@ void glScalef(GLfloat x, GLfloat y, GLfloat z) {
 
 void glTexCoord2f(GLfloat s, GLfloat t) {
     Record("glTexCoord2f", s, t);
+}
+
+void glTexGeni(GLenum coord, GLenum pname, GLint param) {
+    if (pname == GL_TEXTURE_GEN_MODE) {
+        Record("glTexGeni", Name(coord), Name(pname), Name(static_cast<GLenum>(param)));
+    } else {
+        Record("glTexGeni", Name(coord), Name(pname), param);
+    }
 }
 
 void glTranslatef(GLfloat x, GLfloat y, GLfloat z) {

@@ -126,4 +126,32 @@ TEST_F(DemoEngineTest, RefreshTicksTheClock) {
     EXPECT_EQ(demo->time->deltaTime, 40);
 }
 
+TEST_F(DemoEngineTest, EnableSEMAsksForASphereMapInTwoWaysThenSwitchesItOn) {
+    EXPECT_EQ(EffectsOf([this] { demo->EnableSEM(); }),
+              Lines({
+                  "glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP)",
+                  "glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP)",
+                  "glTexGeni(GL_S, GL_SPHERE_MAP, 0)", // OpenGL refuses this
+                  "glTexGeni(GL_T, GL_SPHERE_MAP, 0)", // and this
+                  "glEnable(GL_TEXTURE_GEN_S)",
+                  "glEnable(GL_TEXTURE_GEN_T)",
+              }));
+}
+
+TEST_F(DemoEngineTest, DisableSEMSwitchesTheCoordinatesOff) {
+    EXPECT_EQ(EffectsOf([this] { demo->DisableSEM(); }), Lines({
+                                                             "glDisable(GL_TEXTURE_GEN_S)",
+                                                             "glDisable(GL_TEXTURE_GEN_T)",
+                                                         }));
+}
+
+TEST_F(DemoEngineTest, SphereMapNeedsNoMusic) {
+    ASSERT_EQ(demo->fmod, nullptr);
+    EXPECT_EQ(doubles::Count("gl", EffectsOf([this] {
+                                 demo->EnableSEM();
+                                 demo->DisableSEM();
+                             })),
+              8);
+}
+
 } // namespace

@@ -1,0 +1,120 @@
+// The point: what it is made of and what it emits.
+#include "Vertex.h"
+
+#include "Effects.h"
+#include "Fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+namespace {
+
+using doubles::EffectsOf;
+using doubles::Lines;
+
+class VertexTest : public doubles::Fixture {
+protected:
+    static std::string Draw(engine::Vertex vertex) {
+        return EffectsOf([&] { vertex.DrawVertex(); });
+    }
+
+    static void ExpectColourless(const engine::Vertex& vertex) {
+        EXPECT_EQ(vertex.r, 0.0F);
+        EXPECT_EQ(vertex.g, 0.0F);
+        EXPECT_EQ(vertex.b, 0.0F);
+        EXPECT_FALSE(vertex.hasColour);
+    }
+};
+
+TEST_F(VertexTest, IsMadeOfZeros) {
+    const engine::Vertex vertex;
+    EXPECT_EQ(vertex.x, 0.0F);
+    EXPECT_EQ(vertex.y, 0.0F);
+    EXPECT_EQ(vertex.z, 0.0F);
+    EXPECT_EQ(vertex.s, 0.0F);
+    EXPECT_EQ(vertex.t, 0.0F);
+    EXPECT_FALSE(vertex.hasTexCoord);
+    ExpectColourless(vertex);
+}
+
+TEST_F(VertexTest, IsMadeOfAPosition) {
+    const engine::Vertex vertex(1, 2, 3);
+    EXPECT_EQ(vertex.x, 1.0F);
+    EXPECT_EQ(vertex.y, 2.0F);
+    EXPECT_EQ(vertex.z, 3.0F);
+    EXPECT_EQ(vertex.s, 0.0F);
+    EXPECT_EQ(vertex.t, 0.0F);
+    EXPECT_FALSE(vertex.hasTexCoord);
+    ExpectColourless(vertex);
+}
+
+TEST_F(VertexTest, IsMadeOfAPositionAndATextureCoordinate) {
+    const engine::Vertex vertex(1, 2, 3, 0.25F, 0.75F);
+    EXPECT_EQ(vertex.x, 1.0F);
+    EXPECT_EQ(vertex.y, 2.0F);
+    EXPECT_EQ(vertex.z, 3.0F);
+    EXPECT_EQ(vertex.s, 0.25F);
+    EXPECT_EQ(vertex.t, 0.75F);
+    EXPECT_TRUE(vertex.hasTexCoord);
+    ExpectColourless(vertex);
+}
+
+TEST_F(VertexTest, HasItsFieldsInOrder) {
+    const engine::Vertex vertex;
+    EXPECT_TRUE(
+        doubles::AreInOrder({&vertex.x, &vertex.y, &vertex.z, &vertex.s, &vertex.t, &vertex.r,
+                             &vertex.g, &vertex.b, &vertex.hasTexCoord, &vertex.hasColour}));
+    EXPECT_EQ(sizeof vertex.hasTexCoord, 1U);
+    EXPECT_EQ(sizeof vertex.hasColour, 1U);
+}
+
+TEST_F(VertexTest, EmitsOnlyItsPositionByDefault) {
+    EXPECT_EQ(Draw(engine::Vertex()), Lines({"glVertex3f(0, 0, 0)"}));
+    EXPECT_EQ(Draw(engine::Vertex(1, -2, 3)), Lines({"glVertex3f(1, -2, 3)"}));
+}
+
+TEST_F(VertexTest, EmitsItsTextureCoordinateFirst) {
+    EXPECT_EQ(Draw(engine::Vertex(1, -2, 3, 0.25F, 0.75F)), Lines({
+                                                                "glTexCoord2f(0.25, 0.75)",
+                                                                "glVertex3f(1, -2, 3)",
+                                                            }));
+}
+
+TEST_F(VertexTest, EmitsItsColourFirst) {
+    engine::Vertex vertex(1, -2, 3);
+    vertex.r = 0.125F;
+    vertex.g = 0.25F;
+    vertex.b = 0.5F;
+    vertex.hasColour = true;
+    EXPECT_EQ(Draw(vertex), Lines({
+                                "glColor3f(0.125, 0.25, 0.5)",
+                                "glVertex3f(1, -2, 3)",
+                            }));
+}
+
+TEST_F(VertexTest, EmitsColourTextureCoordinateAndPositionInOrder) {
+    engine::Vertex vertex(1, -2, 3, 0.25F, 0.75F);
+    vertex.g = 1;
+    vertex.hasColour = true;
+    EXPECT_EQ(Draw(vertex), Lines({
+                                "glColor3f(0, 1, 0)",
+                                "glTexCoord2f(0.25, 0.75)",
+                                "glVertex3f(1, -2, 3)",
+                            }));
+}
+
+TEST_F(VertexTest, KeepsBackWhatItsFlagsForbid) {
+    engine::Vertex vertex(1, -2, 3, 0.25F, 0.75F);
+    vertex.r = vertex.g = vertex.b = 1;
+    vertex.hasTexCoord = false;
+    EXPECT_EQ(Draw(vertex), Lines({"glVertex3f(1, -2, 3)"}));
+}
+
+TEST_F(VertexTest, EmitsInfinityAsItIs) {
+    const float infinity = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(Draw(engine::Vertex(infinity, 0, -infinity)), Lines({"glVertex3f(inf, 0, -inf)"}));
+}
+
+} // namespace
