@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# The examples of docs/engine.md, run. Argument: the case to run.
+# shellcheck source=tests/endtoend/show.sh
+. "$(dirname "$0")/show.sh"
+
+draws_something() {
+    [ "$(import -window "$headless_window" png:- | identify -format %k -)" -gt 1 ]
+}
+
+EachDrawsSomething() {
+    start_display
+    local name names
+    mapfile -t names < <(sed -n 's/^<!-- example: \(.*\) -->$/\1/p' "$here/../../docs/engine.md")
+    ((${#names[@]} > 10)) || fail "the document has lost its examples"
+    for name in "${names[@]}"; do
+        [ "$name" != AlertBox ] || continue # asks instead of drawing: the next case
+        headless_launch "$PROGRAMS/engine-examples" "$name"
+        headless_wait_active "My demo"
+        headless_wait_until 20 "example $name to draw" draws_something
+        headless_key Escape
+        expect_exit 0
+        headless_forget_windows
+    done
+}
+
+AlertBoxExampleAsks() {
+    start_display
+    headless_launch "$PROGRAMS/engine-examples" AlertBox
+    headless_wait_active "My demo"
+    headless_key Return
+    headless_wait_active "My demo"
+    headless_key Return
+    expect_exit 0
+    expect_equal "answer" "full screen" "$(cat "$headless_out")"
+}
+
+"$1"

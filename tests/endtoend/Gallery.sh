@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# The gallery of the engine's primitives. Argument: the case to run.
+# shellcheck source=tests/endtoend/show.sh
+. "$(dirname "$0")/show.sh"
+
+open_gallery() {
+    start_display
+    headless_launch "$PROGRAMS/skovra-gallery"
+    headless_wait_active "Skovra gallery"
+    last=
+    wait_for_change
+}
+
+# Colours of the window, the caption's lines at its lower edge left out.
+fingerprint() {
+    import -window "$headless_window" -crop 1024x650+0+0 +repage rgb:- | md5sum
+}
+
+shows_something_else() {
+    now=$(fingerprint)
+    [ "$now" != "$last" ] && [ "$now" != "$empty" ]
+}
+
+# wait_for_change: until something is shown that is not the last picture, nor nothing at all.
+wait_for_change() {
+    empty=$(convert -size 1024x650 xc:black -depth 8 rgb:- | md5sum)
+    headless_wait_until 20 "another picture" shows_something_else
+    last=$now
+}
+
+EachKeyShowsItsOwnPicture() {
+    open_gallery
+    local key seen=" $last " # it begins with what key 1 shows
+    for key in 2 3 4 5 6 7 8; do
+        headless_key "$key"
+        wait_for_change
+        [[ $seen != *" $last "* ]] || fail "key $key shows what another key shows"
+        seen+="$last "
+    done
+    headless_key 1
+    wait_for_change
+    [[ $seen == " $last "* ]] || fail "key 1 does not show the first picture again"
+}
+
+AnotherPressShowsMoreElectrons() {
+    open_gallery
+    local first
+    headless_key 3
+    wait_for_change
+    first=$last
+    headless_key 3
+    wait_for_change
+    headless_key 3
+    wait_for_change
+    headless_key 3
+    wait_for_change
+    expect_equal "after as many presses as there are rings" "$first" "$last"
+}
+
+ArrowKeysTurnTheView() {
+    open_gallery
+    local first=$last key
+    for key in Left Up Right Down; do
+        headless_key "$key"
+        wait_for_change
+    done
+    expect_equal "turned there and back" "$first" "$last"
+}
+
+EscapeLeaves() {
+    open_gallery
+    headless_key Escape
+    expect_exit 0
+}
+
+"$1"
