@@ -82,7 +82,7 @@ TEST_F(Scene2Test, TurnsWithoutAnAxisBeforeEachVertex) {
     }
     ASSERT_EQ(within.size(), 362U);
     for (int vertex = 0; vertex < 180; ++vertex) {
-        const auto at = static_cast<std::size_t>(1 + 2 * vertex);
+        const std::size_t at = 1 + 2 * static_cast<std::size_t>(vertex);
         EXPECT_EQ(within[at], "glRotatef(" + Text(2 * vertex) + ", 0, 0, 0)");
         EXPECT_THAT(within[at + 1], StartsWith("glVertex3f("));
     }

@@ -67,7 +67,8 @@ TEST(Scalar, RadiansBecomeDegrees) {
 }
 
 TEST(Scalar, AnglesGoBackAndForth) {
-    for (double degrees = -720; degrees <= 720; degrees += 7.25) {
+    for (int step = -100; step <= 100; ++step) {
+        const double degrees = step * 7.25;
         EXPECT_DOUBLE_EQ(RadToDeg(DegToRad(degrees)), degrees);
     }
 }

@@ -8,7 +8,6 @@
 
 using gltest::At;
 using gltest::Picture;
-using gltest::Rgba;
 using namespace gltest::colours;
 
 namespace {

@@ -13,7 +13,6 @@
 #include <string>
 
 using gltest::Picture;
-using gltest::Rgba;
 using namespace gltest::colours;
 
 namespace {
