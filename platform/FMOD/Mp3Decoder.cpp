@@ -3,21 +3,23 @@
 
 #include "Mp3Header.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <new>
 #include <optional>
+#include <vector>
 
 #include <mpg123.h>
 
 namespace sound {
 
-static constexpr std::size_t searchedBytes = 65536;
+static constexpr std::size_t searchedBytes = 65536; // more than twice those of framesToGoOn
 static constexpr int mostTags = 8;
-static constexpr int mostErrorsInARow = 16;
+
+static constexpr int framesToBegin = 2;
+// Damage holds many a false header, but hardly ever this many in a row.
+static constexpr int framesToGoOn = 4;
 
 static std::span<const unsigned char> ReadAt(File& file, off_t offset,
                                              std::span<unsigned char> buffer) {
@@ -52,7 +54,7 @@ static std::optional<off_t> FindFirstFrame(File& file) {
     if (from == 0 && bytes.size() >= 4 && std::memcmp(bytes.data(), "RIFF", 4) == 0) {
         return std::nullopt; // other sound data may look like MP3 frames here and there
     }
-    const auto found = FindMp3Stream(bytes);
+    const auto found = FindMp3Stream(bytes, framesToBegin);
     return found ? std::optional<off_t>(from + static_cast<off_t>(*found)) : std::nullopt;
 }
 
@@ -61,10 +63,11 @@ FMOD_RESULT Mp3Decoder::Open(std::unique_ptr<File> file, std::unique_ptr<Mp3Deco
     if (!firstFrame) {
         return file->Failed() ? FMOD_ERR_FILE_BAD : FMOD_ERR_FORMAT;
     }
-    std::unique_ptr<Mp3Decoder> opened(new Mp3Decoder(std::move(file), *firstFrame));
+    std::unique_ptr<Mp3Decoder> opened(new Mp3Decoder(std::move(file)));
+    opened->fileBegin = *firstFrame;
     FMOD_RESULT result = opened->Configure();
     if (result == FMOD_OK) {
-        result = opened->Begin();
+        result = opened->Rewind();
     }
     if (result == FMOD_OK) {
         decoder = std::move(opened);
@@ -72,16 +75,17 @@ FMOD_RESULT Mp3Decoder::Open(std::unique_ptr<File> file, std::unique_ptr<Mp3Deco
     return result;
 }
 
-Mp3Decoder::Mp3Decoder(std::unique_ptr<File> openFile, off_t firstFrame)
-    : file(std::move(openFile)), start(firstFrame), handle(mpg123_new(nullptr, nullptr)) {}
+Mp3Decoder::Mp3Decoder(std::unique_ptr<File> openFile)
+    : file(std::move(openFile)), handle(mpg123_new(nullptr, nullptr)) {}
 
 void Mp3Decoder::Delete::operator()(mpg123_handle_struct* owned) const {
     mpg123_delete(owned);
 }
 
 FMOD_RESULT Mp3Decoder::Configure() {
-    constexpr long flags = MPG123_FORCE_FLOAT | MPG123_FORCE_STEREO | MPG123_GAPLESS |
-                           MPG123_QUIET | MPG123_SKIP_ID3V2;
+    // Without looking for frames behind damage: it believes every header it finds there.
+    constexpr long flags =
+        MPG123_FORCE_FLOAT | MPG123_FORCE_STEREO | MPG123_GAPLESS | MPG123_QUIET | MPG123_NO_RESYNC;
     if (handle == nullptr || mpg123_param(handle.get(), MPG123_FLAGS, flags, 0.0) != MPG123_OK ||
         mpg123_replace_reader_handle(handle.get(), ReadFile, SeekFile, nullptr) != MPG123_OK) {
         return FMOD_ERR_MEMORY;
@@ -89,70 +93,64 @@ FMOD_RESULT Mp3Decoder::Configure() {
     return FMOD_OK;
 }
 
-FMOD_RESULT Mp3Decoder::Begin() {
-    const bool opened = file->Seek(start, SEEK_SET) == start &&
-                        mpg123_open_handle(handle.get(), this) == MPG123_OK && ReadFormat();
-    if (!opened) {
+FMOD_RESULT Mp3Decoder::Rewind() {
+    if (!BeginStream(fileBegin)) {
         return file->Failed() ? FMOD_ERR_FILE_BAD : FMOD_ERR_FORMAT;
     }
-    rateHz = frameRateHz;
-    // Only now, for it must not widen the search for the first frame: damage of any length is
-    // skipped.
-    mpg123_param(handle.get(), MPG123_RESYNC_LIMIT, -1, 0.0);
     return FMOD_OK;
 }
 
-FMOD_RESULT Mp3Decoder::Rewind() {
-    mpg123_close(handle.get());
-    return Begin();
-}
-
-bool Mp3Decoder::ReadFormat() {
+bool Mp3Decoder::BeginStream(off_t at) {
+    streamBegin = at;
+    latestFrame = at;
     long rate = 0;
     int channels = 0;
     int encoding = 0;
-    if (mpg123_getformat(handle.get(), &rate, &channels, &encoding) != MPG123_OK || channels != 2 ||
+    if (file->Seek(at, SEEK_SET) != at || mpg123_open_handle(handle.get(), this) != MPG123_OK ||
+        mpg123_getformat(handle.get(), &rate, &channels, &encoding) != MPG123_OK || channels != 2 ||
         encoding != MPG123_ENC_FLOAT_32) {
         return false;
     }
-    frameRateHz = static_cast<int>(rate);
+    rateHz = static_cast<int>(rate);
     return true;
 }
 
-static float Clamped(float sample) {
-    if (sample != sample) {
-        return 0.0F; // damaged frames can decode to no number at all
+// From inside the latest frame on, for damage may have made it seem longer than it was.
+bool Mp3Decoder::BeginNextStream() {
+    std::vector<unsigned char> buffer(searchedBytes);
+    off_t from = latestFrame + 1;
+    for (;;) {
+        const auto bytes = ReadAt(*file, from, buffer);
+        if (const auto found = FindMp3Stream(bytes, framesToGoOn)) {
+            from += static_cast<off_t>(*found);
+            if (BeginStream(from)) {
+                return true;
+            }
+            ++from;
+        } else if (bytes.size() == buffer.size()) {
+            from += static_cast<off_t>(searchedBytes / 2);
+        } else {
+            return false;
+        }
     }
-    return std::clamp(sample, -1.0F, 1.0F);
 }
 
 Mp3Decoder::Progress Mp3Decoder::Decode(std::span<const float>& frames) {
-    for (int errors = 0; errors < mostErrorsInARow;) {
+    for (;;) {
         off_t number = 0;
         unsigned char* audio = nullptr;
         std::size_t bytes = 0;
         const int result = mpg123_decode_frame(handle.get(), &number, &audio, &bytes);
-        if (result == MPG123_NEW_FORMAT) {
-            errors += ReadFormat() ? 0 : 1;
-        } else if (result == MPG123_OK) {
-            // Damage can look like a frame of another rate: it is none of this music.
-            if (bytes == 0 || frameRateHz != rateHz) {
-                continue;
+        if (result == MPG123_OK) {
+            latestFrame = streamBegin + mpg123_framepos(handle.get());
+            if (bytes > 0) {
+                frames = {reinterpret_cast<const float*>(audio), bytes / sizeof(float)};
+                return Progress::Frames;
             }
-            output.resize(bytes / sizeof(float));
-            std::memcpy(output.data(), audio, bytes);
-            std::transform(output.begin(), output.end(), output.begin(), Clamped);
-            frames = output;
-            return Progress::Frames;
-        } else if (file->Failed()) {
-            return Progress::Failed;
-        } else if (result == MPG123_DONE) {
-            return Progress::End;
-        } else {
-            ++errors;
+        } else if (file->Failed() || !BeginNextStream()) {
+            return file->Failed() ? Progress::Failed : Progress::End;
         }
     }
-    return Progress::End;
 }
 
 ssize_t Mp3Decoder::ReadFile(void* decoder, void* bytes, std::size_t count) {
@@ -161,9 +159,9 @@ ssize_t Mp3Decoder::ReadFile(void* decoder, void* bytes, std::size_t count) {
 
 off_t Mp3Decoder::SeekFile(void* decoder, off_t offset, int whence) {
     auto* self = static_cast<Mp3Decoder*>(decoder);
-    const off_t absolute = whence == SEEK_SET ? self->start + offset : offset;
+    const off_t absolute = whence == SEEK_SET ? self->streamBegin + offset : offset;
     const off_t reached = self->file->Seek(absolute, whence);
-    return reached < 0 ? reached : reached - self->start;
+    return reached < 0 ? reached : reached - self->streamBegin;
 }
 
 } // namespace sound

@@ -14,6 +14,7 @@ static constexpr int bitRates[2][15] = {
 static constexpr int rates[3] = {44100, 48000, 32000};
 
 static constexpr std::uint32_t sameInAStream = 0xFFFE0C00; // sync, version, layer, sample rate
+static constexpr std::size_t shortestFreeFrame = 13;       // header and side information alone
 static constexpr std::size_t longestFreeFrame = 8192;
 
 std::optional<Mp3Header> ParseMp3Header(std::span<const unsigned char> bytes) {
@@ -30,48 +31,50 @@ std::optional<Mp3Header> ParseMp3Header(std::span<const unsigned char> bytes) {
     const bool first = version == 3;
     const int rateHz = rates[rate] / (first ? 1 : version == 2 ? 2 : 4);
     const int bitsPerSecond = bitRates[first ? 0 : 1][bitRate] * 1000;
-    const int padding = bits >> 9 & 1;
-    const int frameBytes = bitRate == 0 ? 0 : (first ? 144 : 72) * bitsPerSecond / rateHz + padding;
-    return Mp3Header{bits, rateHz, frameBytes};
-}
-
-static bool Continues(const Mp3Header& header, std::span<const unsigned char> bytes,
-                      std::size_t at) {
-    if (at + 4 > bytes.size()) {
-        return false;
+    Mp3Header header = {bits, rateHz, 0};
+    if (bitRate != 0) {
+        header.frameBytes = (first ? 144 : 72) * bitsPerSecond / rateHz + header.Padding();
     }
-    const auto next = ParseMp3Header(bytes.subspan(at));
-    return next && ((next->bits ^ header.bits) & sameInAStream) == 0 &&
-           (next->frameBytes == 0) == (header.frameBytes == 0);
+    return header;
 }
 
-static bool BeginsFreeFormat(const Mp3Header& header, std::span<const unsigned char> bytes,
-                             std::size_t at) {
-    for (std::size_t length = 4; length <= longestFreeFrame; ++length) {
-        if (!Continues(header, bytes, at + length)) {
-            continue;
+// Whether @p count frames of one stream follow each other in @p bytes, each where the one before
+// ends. @p freeBytes: of a free-format frame without its padding.
+static bool FollowEachOther(std::span<const unsigned char> bytes, Mp3Header header,
+                            std::size_t freeBytes, int count) {
+    std::size_t at = 0;
+    for (int number = 1; number < count; ++number) {
+        at += header.frameBytes != 0 ? static_cast<std::size_t>(header.frameBytes)
+                                     : freeBytes + header.Padding();
+        const auto next = at + 4 <= bytes.size() ? ParseMp3Header(bytes.subspan(at)) : std::nullopt;
+        if (!next || ((next->bits ^ header.bits) & sameInAStream) != 0 ||
+            (next->frameBytes == 0) != (header.frameBytes == 0)) {
+            return false;
         }
-        // Padding makes a frame one byte longer or shorter than the one before.
-        for (std::size_t third = at + 2 * length - 1; third <= at + 2 * length + 1; ++third) {
-            if (Continues(header, bytes, third)) {
-                return true;
-            }
+        header = *next;
+    }
+    return true;
+}
+
+static bool BeginsStream(std::span<const unsigned char> bytes, const Mp3Header& header,
+                         int frameCount) {
+    if (header.frameBytes != 0) {
+        return FollowEachOther(bytes, header, 0, frameCount);
+    }
+    // How long such frames are only the distances between them tell.
+    for (std::size_t length = shortestFreeFrame; length <= longestFreeFrame; ++length) {
+        if (FollowEachOther(bytes, header, length, std::max(frameCount, 3))) {
+            return true;
         }
     }
     return false;
 }
 
-std::optional<std::size_t> FindMp3Stream(std::span<const unsigned char> bytes) {
+std::optional<std::size_t> FindMp3Stream(std::span<const unsigned char> bytes, int frameCount) {
     for (std::size_t at = 0; at + 4 <= bytes.size(); ++at) {
-        const auto header = ParseMp3Header(bytes.subspan(at));
-        if (!header) {
-            continue;
-        }
-        const bool begins =
-            header->frameBytes == 0
-                ? BeginsFreeFormat(*header, bytes, at)
-                : Continues(*header, bytes, at + static_cast<std::size_t>(header->frameBytes));
-        if (begins) {
+        const auto here = bytes.subspan(at);
+        const auto header = ParseMp3Header(here);
+        if (header && BeginsStream(here, *header, frameCount)) {
             return at;
         }
     }

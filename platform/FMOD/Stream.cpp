@@ -1,8 +1,6 @@
 // A file being decoded in the background, some way ahead of the output.
 #include "Stream.h"
 
-#include "Output.h"
-
 #include <algorithm>
 
 namespace sound {
@@ -49,9 +47,7 @@ FMOD_RESULT Stream::Rewind() {
 
 void Stream::StartDecoding() {
     resampler.reset();
-    if (decoder->RateHz() != outputRateHz) {
-        resampler.emplace(decoder->RateHz());
-    }
+    BeginRate(decoder->RateHz());
     stopping = false;
     thread = std::thread(&Stream::Run, this);
 }
@@ -103,28 +99,42 @@ void Stream::Run() {
 
 // Puts the next frames into `decoded`; false when there are no more.
 bool Stream::DecodeMore() {
-    if (GetSupply() != Supply::Decoding) {
-        return false;
-    }
     decoded.clear();
     std::span<const float> frames;
     const Mp3Decoder::Progress progress = decoder->Decode(frames);
     if (progress == Mp3Decoder::Progress::Frames) {
-        if (resampler) {
-            resampler->Process(frames, decoded);
-        } else {
-            decoded.assign(frames.begin(), frames.end());
-        }
+        Convert(frames);
         return true;
     }
-    if (resampler) {
-        resampler->Finish(decoded);
-    }
+    BeginRate(outputRateHz);
     if (WriteAll()) {
         const bool ended = progress == Mp3Decoder::Progress::End;
         supply.store(ended ? Supply::Ended : Supply::Broken, std::memory_order_release);
     }
     return false;
+}
+
+void Stream::Convert(std::span<const float> frames) {
+    if (decoder->RateHz() != rateHz) {
+        BeginRate(decoder->RateHz());
+    }
+    if (resampler) {
+        resampler->Process(frames, decoded);
+    } else {
+        decoded.insert(decoded.end(), frames.begin(), frames.end());
+    }
+}
+
+// After the rest of what had another rate.
+void Stream::BeginRate(int nextRateHz) {
+    if (resampler) {
+        resampler->Finish(decoded);
+        resampler.reset();
+    }
+    if (nextRateHz != outputRateHz) {
+        resampler.emplace(nextRateHz);
+    }
+    rateHz = nextRateHz;
 }
 
 // Moves `decoded` to the ring as room is made there; false when asked to stop.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Mp3Decoder.h"
+#include "Output.h"
 #include "Resampler.h"
 #include "Ring.h"
 
@@ -13,6 +14,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <thread>
 #include <vector>
 
@@ -51,11 +53,14 @@ private:
     void StopDecoding();
     void Run();
     bool DecodeMore();
+    void Convert(std::span<const float> frames);
+    void BeginRate(int nextRateHz);
     bool WriteAll();
     void TellWaiting();
 
     std::unique_ptr<Mp3Decoder> decoder;
-    std::optional<Resampler> resampler; // none: the file has the output's rate
+    std::optional<Resampler> resampler; // none: what is decoded has the output's rate
+    int rateHz = outputRateHz;          // of what is decoded
     std::vector<float> decoded;         // on its way from the decoder to the ring
     Ring ring;
     std::atomic<Supply> supply{Supply::Decoding};

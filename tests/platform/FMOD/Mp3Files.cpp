@@ -113,4 +113,35 @@ Bytes Noise(std::size_t count) {
     return bytes;
 }
 
+Bytes Joined(const std::vector<Bytes>& parts) {
+    Bytes all;
+    for (const Bytes& part : parts) {
+        all.insert(all.end(), part.begin(), part.end());
+    }
+    return all;
+}
+
+Bytes First(const Bytes& bytes, std::size_t count) {
+    return Bytes(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+Bytes From(const Bytes& bytes, std::size_t count) {
+    return Bytes(bytes.begin() + static_cast<std::ptrdiff_t>(count), bytes.end());
+}
+
+Bytes Tag(std::size_t saidLength, std::size_t actualLength) {
+    Bytes tag = {'I', 'D', '3', 4, 0, 0};
+    for (int shift = 21; shift >= 0; shift -= 7) {
+        tag.push_back(static_cast<unsigned char>(saidLength >> shift & 0x7F));
+    }
+    tag.resize(10 + actualLength);
+    return tag;
+}
+
+Bytes LayerTwo() {
+    Bytes frame = {0xFF, 0xFD, 0x84, 0x00}; // 128 kbit/s, 48 kHz
+    frame.resize(384);
+    return Joined(std::vector<Bytes>(10, frame));
+}
+
 } // namespace files

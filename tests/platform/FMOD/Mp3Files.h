@@ -34,4 +34,17 @@ void WriteAll(const std::string& path, const Bytes& bytes);
 /// @p count bytes of noise, the same in every run.
 Bytes Noise(std::size_t count);
 
+/// All @p parts, one behind the other.
+Bytes Joined(const std::vector<Bytes>& parts);
+
+/// The first @p count bytes, and the others.
+Bytes First(const Bytes& bytes, std::size_t count);
+Bytes From(const Bytes& bytes, std::size_t count);
+
+/// An ID3v2 tag that says it is @p saidLength bytes long and is @p actualLength.
+Bytes Tag(std::size_t saidLength, std::size_t actualLength);
+
+/// Frames of silence in layer II.
+Bytes LayerTwo();
+
 } // namespace files

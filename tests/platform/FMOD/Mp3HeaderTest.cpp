@@ -67,11 +67,11 @@ TEST(Mp3Header, FindsAStreamAfterOtherBytes) {
     Append(bytes, Frame());
     Append(bytes, Frame());
 
-    EXPECT_EQ(FindMp3Stream(bytes), 100U);
+    EXPECT_EQ(FindMp3Stream(bytes, 2), 100U);
 }
 
 TEST(Mp3Header, FindsNoStreamInOneFrameAlone) {
-    EXPECT_FALSE(FindMp3Stream(Frame()));
+    EXPECT_FALSE(FindMp3Stream(Frame(), 2));
 }
 
 TEST(Mp3Header, PassesOverAHeaderThatNoFrameFollows) {
@@ -79,7 +79,7 @@ TEST(Mp3Header, PassesOverAHeaderThatNoFrameFollows) {
     Append(bytes, Frame());
     Append(bytes, Frame());
 
-    EXPECT_EQ(FindMp3Stream(bytes), 6U);
+    EXPECT_EQ(FindMp3Stream(bytes, 2), 6U);
 }
 
 TEST(Mp3Header, DoesNotTakeAFrameOfAnotherRateForTheNext) {
@@ -88,7 +88,7 @@ TEST(Mp3Header, DoesNotTakeAFrameOfAnotherRateForTheNext) {
     other[2] = 0x94; // 48 kHz
     Append(bytes, other);
 
-    EXPECT_FALSE(FindMp3Stream(bytes));
+    EXPECT_FALSE(FindMp3Stream(bytes, 2));
 }
 
 TEST(Mp3Header, FindsAFreeFormatStreamByThreeHeaders) {
@@ -96,15 +96,45 @@ TEST(Mp3Header, FindsAFreeFormatStreamByThreeHeaders) {
     frame.resize(700);
     Bytes bytes = frame;
     Append(bytes, frame);
-    EXPECT_FALSE(FindMp3Stream(bytes));
+    EXPECT_FALSE(FindMp3Stream(bytes, 2));
 
     Append(bytes, frame);
-    EXPECT_EQ(FindMp3Stream(bytes), 0U);
+    EXPECT_EQ(FindMp3Stream(bytes, 2), 0U);
+}
+
+TEST(Mp3Header, FindsOnlyAsManyFramesInARowAsAskedFor) {
+    Bytes padded = Frame();
+    padded[2] = 0x92;
+    padded.resize(418);
+    Bytes bytes = Frame();
+    Append(bytes, padded);
+    Append(bytes, Frame());
+    EXPECT_EQ(FindMp3Stream(bytes, 3), 0U);
+    EXPECT_FALSE(FindMp3Stream(bytes, 4));
+
+    bytes.resize(bytes.size() + 1);
+    Append(bytes, Frame());
+    EXPECT_EQ(FindMp3Stream(bytes, 3), 0U);
+    EXPECT_FALSE(FindMp3Stream(bytes, 4)); // the fourth does not begin where the third ends
+}
+
+TEST(Mp3Header, CountsThePaddingOfFreeFormatFrames) {
+    Bytes plain = {0xFF, 0xFB, 0x00, 0x00};
+    plain.resize(700);
+    Bytes padded = {0xFF, 0xFB, 0x02, 0x00};
+    padded.resize(701);
+    Bytes bytes(10, 0x55);
+    for (const Bytes& frame : {padded, plain, padded, plain}) {
+        Append(bytes, frame);
+    }
+
+    EXPECT_EQ(FindMp3Stream(bytes, 4), 10U);
+    EXPECT_FALSE(FindMp3Stream(bytes, 5));
 }
 
 TEST(Mp3Header, FindsNothingInFewerThanFourBytes) {
-    EXPECT_FALSE(FindMp3Stream({}));
-    EXPECT_FALSE(FindMp3Stream(Bytes{0xFF, 0xFB, 0x90}));
+    EXPECT_FALSE(FindMp3Stream({}, 2));
+    EXPECT_FALSE(FindMp3Stream(Bytes{0xFF, 0xFB, 0x90}, 2));
 }
 
 TEST(Mp3Header, TellsTheLengthOfATag) {
