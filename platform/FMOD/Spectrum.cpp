@@ -51,14 +51,12 @@ void Spectrum::Analyse(FMOD_DSP_FFT_WINDOW window, float* magnitudes) {
     kiss_fftr(transform.get(), triangular ? windowed.data() : samples.data(),
               reinterpret_cast<kiss_fft_cpx*>(bins.data()));
     // A sine's strength comes out half at its frequency, half at the mirrored one that is left out;
-    // a constant, band 0, has no mirror. The window's sum is what a constant 1 would give.
-    const float windowSum = static_cast<float>(triangular ? bands : 2 * bands);
-    for (int band = 0; band < bands; ++band) {
-        const Bin& bin = bins[static_cast<std::size_t>(band)];
-        const float mirrors = band == 0 ? 1.0F : 2.0F;
-        magnitudes[band] =
-            std::sqrt(bin.real * bin.real + bin.imaginary * bin.imaginary) * mirrors / windowSum;
-    }
+    // the window's sum is what a constant 1 would give.
+    const float scale = 2.0F / static_cast<float>(triangular ? bands : 2 * bands);
+    std::transform(bins.begin(), bins.end() - 1, magnitudes, [scale](const Bin& bin) {
+        return std::sqrt(bin.real * bin.real + bin.imaginary * bin.imaginary) * scale;
+    });
+    magnitudes[0] /= 2.0F; // a constant has no mirror
 }
 
 } // namespace sound
