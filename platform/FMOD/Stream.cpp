@@ -9,8 +9,9 @@ static constexpr std::size_t ringFrames = outputRateHz;
 static constexpr std::size_t leastRoom = 4096;
 
 // The output callback makes room without telling, for that would be a system call: the decode
-// thread looks again after a tenth of what the ring holds.
-static constexpr std::chrono::milliseconds patience{100};
+// thread looks again after a quarter of what the ring holds. More often costs more, for it finds
+// its code and data gone from the caches each time.
+static constexpr std::chrono::milliseconds patience{250};
 
 FMOD_RESULT Stream::Open(const char* path, std::unique_ptr<Stream>& stream) {
     std::unique_ptr<File> file;

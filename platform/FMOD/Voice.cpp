@@ -29,11 +29,7 @@ void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) 
     if (got > 0) {
         SetCourse(outputFrame, MusicTime::Course::Running);
     }
-    for (std::size_t i = 0; i < 2 * static_cast<std::size_t>(got); i += 2) {
-        gain += std::clamp(target - gain, -largestGainStep, largestGainStep);
-        block[i] += gain * frames[i];
-        block[i + 1] += gain * frames[i + 1];
-    }
+    AddTo(block, got, target);
     musicFrame += got;
     if (got < wanted && supply == Stream::Supply::Ended) {
         SetCourse(outputFrame + got, MusicTime::Course::Ended);
@@ -42,6 +38,19 @@ void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) 
     } else if (got < count) {
         starvations.fetch_add(got < wanted ? 1 : 0, std::memory_order_relaxed);
         SetCourse(outputFrame + got, MusicTime::Course::Halted);
+    }
+}
+
+void Voice::AddTo(float* block, std::int32_t count, float target) noexcept {
+    const std::size_t samples = 2 * static_cast<std::size_t>(count);
+    std::size_t i = 0;
+    for (; i < samples && gain != target; i += 2) {
+        gain += std::clamp(target - gain, -largestGainStep, largestGainStep);
+        block[i] += gain * frames[i];
+        block[i + 1] += gain * frames[i + 1];
+    }
+    for (; i < samples; ++i) {
+        block[i] += target * frames[i];
     }
 }
 

@@ -45,6 +45,7 @@ public:
     void WaitUntilReady(std::int32_t count);
 
 private:
+    void AddTo(float* block, std::int32_t count, float target) noexcept;
     std::int32_t FramesWanted(std::int32_t count, float target) const noexcept;
     void SetCourse(std::int64_t outputFrame, MusicTime::Course next) noexcept;
 
