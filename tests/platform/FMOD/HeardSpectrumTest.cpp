@@ -3,6 +3,8 @@
 #include "Tone.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <numeric>
 #include <vector>
 
 class HeardSpectrumTest : public SystemFixture {
@@ -18,6 +20,40 @@ protected:
         frames.insert(frames.end(), later.begin(), later.end());
         files::EncodeMp3(folder.Path("tones.mp3"), frames, 44100);
         return Play(Open(folder.Path("tones.mp3")));
+    }
+
+    // A click every half a second.
+    FMOD::Channel* PlayClicks() {
+        std::vector<float> frames(4UL * 44100, 0.0F);
+        for (std::size_t i = 22'050; i < frames.size() / 2; i += 22'050) {
+            frames[2 * i] = 1.0F;
+        }
+        files::EncodeMp3(folder.Path("clicks.mp3"), frames, 44100, {"-b", "320"});
+        return Play(Open(folder.Path("clicks.mp3")));
+    }
+
+    static std::int64_t Loudest(const std::vector<float>& mix) {
+        return (std::max_element(mix.begin(), mix.end()) - mix.begin()) / 2;
+    }
+
+    // The energy in the samples analysed when @p frame is heard, each counting alike.
+    double EnergyAt(std::int64_t frame) {
+        std::vector<float> spectrum(512);
+        script::SetHeard(frame);
+        EXPECT_EQ(system->getSpectrum(spectrum.data(), 512, 0, FMOD_DSP_FFT_WINDOW_RECT), FMOD_OK);
+        return std::inner_product(spectrum.begin(), spectrum.end(), spectrum.begin(), 0.0);
+    }
+
+    // Half a millisecond after a click it is in the 1024 samples analysed, before it is not; and
+    // the position asked for then is that of the click, @p behind frames of silence left out.
+    void ExpectWindowAround(std::int64_t click, FMOD::Channel* channel, std::int64_t behind) {
+        constexpr std::int64_t halfMs = 22;
+        const double whole = EnergyAt(click + 512);
+        EXPECT_LT(EnergyAt(click - halfMs), 0.1 * whole);
+        EXPECT_GT(EnergyAt(click + halfMs), 0.9 * whole);
+        EXPECT_EQ(Position(channel), (click + halfMs - behind) * 10 / 441);
+        EXPECT_GT(EnergyAt(click + 1024 - halfMs), 0.9 * whole);
+        EXPECT_LT(EnergyAt(click + 1024 + halfMs), 0.1 * whole);
     }
 
     std::vector<float> Read(int side = 0) {
@@ -60,6 +96,18 @@ TEST_F(HeardSpectrumTest, IsThatOfTheMomentHeardNotOfTheLatestMixed) {
     EXPECT_EQ(Strongest(Read()), 20);
     script::SetHeard(44100 + 1024);
     EXPECT_EQ(Strongest(Read()), 200);
+}
+
+TEST_F(HeardSpectrumTest, EndsWithTheFrameHeardLast) {
+    FMOD::Channel* channel = PlayClicks();
+    const auto mix = script::Pull(30'000);
+    ExpectWindowAround(Loudest(mix), channel, 0);
+
+    channel->setPaused(true);
+    script::Pull(10'000); // from here on the output's time and the music's differ
+    channel->setPaused(false);
+    const auto later = script::Pull(30'000);
+    ExpectWindowAround(40'000 + Loudest(later), channel, 10'000 - 512);
 }
 
 TEST_F(HeardSpectrumTest, IsZeroBeforeAnythingIsHeard) {

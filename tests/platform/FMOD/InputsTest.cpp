@@ -1,0 +1,277 @@
+// Files of all kinds, good and bad: each gives the right sound or the right result code.
+#include "SystemFixture.h"
+#include "Tone.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include <sys/fsuid.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using files::Bytes;
+using files::First;
+using files::Folder;
+using files::From;
+using files::Joined;
+
+using Options = std::vector<std::string>;
+
+class InputsTest : public SystemFixture {
+protected:
+    InputsTest() { Init(); }
+
+    FMOD_RESULT Create(const std::string& path) {
+        FMOD::Sound* sound = nullptr;
+        const FMOD_RESULT result = system->createSound(path.c_str(), streamed, nullptr, &sound);
+        EXPECT_EQ(sound != nullptr, result == FMOD_OK);
+        return result;
+    }
+
+    // All of the sound, until it is over.
+    std::vector<float> PlayToTheEnd(const Bytes& bytes) {
+        files::WriteAll(folder.Path("input.mp3"), bytes);
+        channel = Play(Open(folder.Path("input.mp3")));
+        auto mix = script::Pull(10 * 44100);
+        script::HearAll();
+        EXPECT_FALSE(IsPlaying(channel));
+        return mix;
+    }
+
+    static void ExpectSine(std::span<const float> samples, double hz, double toleranceDb) {
+        const auto measured = tone::Measure(samples, 44100.0, hz);
+        EXPECT_NEAR(measured.hz, hz, 0.1);
+        EXPECT_NEAR(20.0 * std::log10(measured.amplitude / 0.5), 0.0, toleranceDb);
+    }
+
+    // A sine on each side of the second from @p first on.
+    static void ExpectTone(const std::vector<float>& mix, std::size_t first, double leftHz,
+                           double rightHz, double toleranceDb) {
+        const auto second = std::span(mix).subspan(2 * first, 2UL * 44100);
+        ExpectSine(tone::Side(second, 0), leftHz, toleranceDb);
+        ExpectSine(tone::Side(second, 1), rightHz, toleranceDb);
+    }
+
+    FMOD::Channel* channel = nullptr;
+};
+
+// @p seconds of @p leftHz and @p rightHz, half scale.
+static Bytes Tone(int rateHz, double seconds, const Options& options, double leftHz = 1000.0,
+                  double rightHz = 2000.0) {
+    const Folder folder;
+    const auto frames = static_cast<std::size_t>(seconds * rateHz);
+    files::EncodeMp3(folder.Path("tone.mp3"), tone::Sine(rateHz, leftHz, rightHz, 0.5, frames),
+                     rateHz, options);
+    return files::ReadAll(folder.Path("tone.mp3"));
+}
+
+static Bytes Text() {
+    const std::string text = "This is no music at all, however long it may go on about it. ";
+    return Joined(std::vector<Bytes>(100, Bytes(text.begin(), text.end())));
+}
+
+static Bytes Wave() {
+    const Bytes head = {'R', 'I', 'F', 'F', 0, 0, 1, 0, 'W', 'A', 'V', 'E'};
+    return Joined({head, Tone(44100, 1.0, {"-V", "2"})}); // even with MP3 frames in it
+}
+
+struct NoMusic {
+    const char* name;
+    Bytes (*bytes)();
+};
+
+static std::ostream& operator<<(std::ostream& out, const NoMusic& file) {
+    return out << file.name;
+}
+
+class NoMusicTest : public InputsTest, public testing::WithParamInterface<NoMusic> {};
+
+TEST_P(NoMusicTest, IsRefusedByItsFormat) {
+    files::WriteAll(folder.Path("input.mp3"), GetParam().bytes());
+
+    EXPECT_EQ(Create(folder.Path("input.mp3")), FMOD_ERR_FORMAT);
+}
+
+static constexpr NoMusic noMusic[] = {
+    {"Empty", [] { return Bytes(); }},
+    {"SixBytes", [] { return Bytes{'I', 'D', '3', 4, 0, 0}; }},
+    {"Text", Text},
+    {"Zeros", [] { return Bytes(1'000'000, 0); }},
+    {"Noise", [] { return files::Noise(1'000'000); }},
+    {"Wave", Wave},
+    {"LayerTwo", files::LayerTwo},
+    {"TagAlone", [] { return files::Tag(10'000'000, 10'000'000); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(File, NoMusicTest, testing::ValuesIn(noMusic),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(InputsTest, AFolderIsABadFile) {
+    EXPECT_EQ(Create(folder.Path("")), FMOD_ERR_FILE_BAD);
+}
+
+TEST_F(InputsTest, AFileThatMayNotBeReadIsABadFile) {
+    files::WriteAll(folder.Path("input.mp3"), Tone(44100, 1.0, {"-V", "2"}));
+    ASSERT_EQ(chmod(folder.Path("input.mp3").c_str(), 0000), 0);
+    ASSERT_EQ(chmod(folder.Path("").c_str(), 0755), 0);
+
+    // The superuser may read everything; for this call this thread is somebody else.
+    const int before = setfsuid(geteuid() == 0 ? 65534 : geteuid());
+    const FMOD_RESULT result = Create(folder.Path("input.mp3"));
+    setfsuid(static_cast<uid_t>(before));
+
+    EXPECT_EQ(result, FMOD_ERR_FILE_BAD);
+}
+
+TEST_F(InputsTest, AFileThatCannotBeReadFromTheStartIsABadFile) {
+    files::WriteAll(folder.Path("input.mp3"), Tone(44100, 1.0, {"-V", "2"}));
+    reads::FailAfter(0);
+
+    EXPECT_EQ(Create(folder.Path("input.mp3")), FMOD_ERR_FILE_BAD);
+}
+
+// A file of three seconds: 1 kHz on the left, 2 kHz on the right.
+struct Music {
+    const char* name;
+    Bytes (*bytes)();
+    int longerBy = 0; ///< at most, in frames of the output
+};
+
+static std::ostream& operator<<(std::ostream& out, const Music& file) {
+    return out << file.name;
+}
+
+static Bytes WithDamage(const Bytes& damage) {
+    const Bytes music = Tone(44100, 3.0, {"-V", "2"});
+    return Joined({First(music, music.size() / 2), damage, From(music, music.size() / 2)});
+}
+
+static constexpr int untrimmed = 3 * 1152; // what the encoder adds, and nobody notes
+
+static constexpr Music music[] = {
+    {"WithALengthNoted",
+     [] {
+         return Tone(44100, 3.0, {"-V", "2"});
+     }},
+    {"WithoutTags",
+     [] {
+         return Tone(44100, 3.0, {"-V", "2", "-t"});
+     },
+     untrimmed},
+    {"OfConstantBitRate",
+     [] {
+         return Tone(44100, 3.0, {"-b", "320", "--scale", "1"});
+     }},
+    {"InFreeFormat",
+     [] {
+         return Tone(44100, 3.0, {"--freeformat", "-b", "300", "--scale", "1", "-t"});
+     },
+     untrimmed},
+    {"At48kHz",
+     [] {
+         return Tone(48000, 3.0, {"-V", "2"});
+     }},
+    {"At32kHz",
+     [] {
+         return Tone(32000, 3.0, {"-V", "0"});
+     }},
+    {"At22kHz",
+     [] {
+         return Tone(22050, 3.0, {"-V", "0", "--resample", "22.05"});
+     }},
+    {"At11kHz",
+     [] {
+         return Tone(11025, 3.0, {"-V", "0", "--resample", "11.025"});
+     }},
+    {"At8kHz",
+     [] {
+         return Tone(8000, 3.0, {"-V", "0", "--resample", "8"});
+     }},
+    {"BehindALongTag",
+     [] {
+         return Joined({files::Tag(10'000'000, 10'000'000), Tone(44100, 3.0, {"-V", "2"})});
+     }},
+    {"BehindATagThatLies",
+     [] {
+         return Joined({files::Tag(200'000'000, 300), Tone(44100, 3.0, {"-V", "2"})});
+     }},
+    {"BehindNoise",
+     [] {
+         return Joined({files::Noise(30'000), Tone(44100, 3.0, {"-V", "2"})});
+     }},
+    {"BeforeATag",
+     [] {
+         return Joined({Tone(44100, 3.0, {"-V", "2"}), {'T', 'A', 'G'}, Bytes(125, ' ')});
+     }},
+    {"WithZerosInTheMiddle", [] { return WithDamage(Bytes(100'000, 0)); }, untrimmed},
+    {"WithNoiseInTheMiddle", [] { return WithDamage(files::Noise(100'000)); }, untrimmed},
+};
+
+class MusicTest : public InputsTest, public testing::WithParamInterface<Music> {};
+
+TEST_P(MusicTest, IsHeardAtItsPitchAndLevelForItsLength) {
+    const auto mix = PlayToTheEnd(GetParam().bytes());
+
+    const unsigned int positionMs = Position(channel);
+    EXPECT_GE(positionMs, 2999U);
+    EXPECT_LE(positionMs, 3000U + static_cast<unsigned int>(GetParam().longerBy * 10 / 441));
+    ExpectTone(mix, 4'000, 1000.0, 2000.0, 0.1);
+    ExpectTone(mix, 84'000, 1000.0, 2000.0, 0.1);
+}
+
+INSTANTIATE_TEST_SUITE_P(File, MusicTest, testing::ValuesIn(music),
+                         [](const auto& test) { return std::string(test.param.name); });
+
+TEST_F(InputsTest, MonoIsHeardOnBothSides) {
+    const auto mix = PlayToTheEnd(Tone(22050, 2.0, {"-V", "2", "-m", "m"}, 1000.0, 1000.0));
+
+    EXPECT_EQ(tone::Side(mix, 0), tone::Side(mix, 1));
+    EXPECT_EQ(Position(channel), 2000U);
+    ExpectTone(mix, 22'050, 1000.0, 1000.0, 0.1);
+}
+
+TEST_F(InputsTest, AFileCutShortIsHeardAsFarAsItGoes) {
+    const Bytes whole = Tone(44100, 4.0, {"-b", "320", "--scale", "1"});
+
+    const auto mix = PlayToTheEnd(First(whole, whole.size() / 2 + 100));
+
+    EXPECT_NEAR(Position(channel), 2000.0, 3.0 * 26.0);
+    ExpectTone(mix, 30'000, 1000.0, 2000.0, 0.1);
+}
+
+TEST_F(InputsTest, AFileThatBreaksOffIsHeardAsFarAsItCanBeRead) {
+    const Bytes whole = Tone(44100, 4.0, {"-b", "320", "--scale", "1"});
+    files::WriteAll(folder.Path("input.mp3"), whole);
+    reads::FailAfter(65'536 + whole.size() / 2); // its beginning is looked at to open it
+
+    channel = Play(Open(folder.Path("input.mp3")));
+    const auto mix = script::Pull(5 * 44100);
+    script::HearAll();
+
+    unsigned int position = 0;
+    EXPECT_EQ(channel->getPosition(&position, FMOD_TIMEUNIT_MS), FMOD_ERR_FILE_BAD);
+    EXPECT_NEAR(position, 2000.0, 3.0 * 26.0);
+    ExpectTone(mix, 30'000, 1000.0, 2000.0, 0.1);
+}
+
+struct Rates {
+    int firstHz;
+    int secondHz;
+};
+
+TEST_F(InputsTest, AFileThatChangesItsRateIsHeardAtItsPitchThroughout) {
+    for (const Rates& rates : {Rates{44100, 48000}, Rates{48000, 44100}, Rates{22050, 32000}}) {
+        SCOPED_TRACE(rates.firstHz);
+        const std::string firstRate = std::to_string(rates.firstHz / 1000.0);
+        const auto mix =
+            PlayToTheEnd(Joined({Tone(rates.firstHz, 2.0, {"-V", "0", "--resample", firstRate}),
+                                 Tone(rates.secondHz, 2.0, {"-V", "0"}, 3000.0, 1000.0)}));
+
+        EXPECT_NEAR(Position(channel), 4000.0, 1.0);
+        ExpectTone(mix, 40'000, 1000.0, 2000.0, 0.1);
+        ExpectTone(mix, 90'000, 3000.0, 1000.0, 0.1);
+    }
+}

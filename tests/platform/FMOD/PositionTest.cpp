@@ -1,0 +1,173 @@
+// Where the music is, whatever was done to it: told by the library and counted here.
+#include "File.h"
+#include "Mp3Decoder.h"
+#include "SystemFixture.h"
+#include "Tone.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <random>
+#include <vector>
+
+namespace {
+
+// Counts frame by frame which of the music are played when.
+struct Counted {
+    bool paused = false;
+    bool mute = false;
+    float volume = 1.0F;
+    float gain = 0.0F;
+    std::int64_t music = 0;
+    std::int64_t available = 0;       // frames that can be decoded so far
+    std::vector<std::int64_t> before; // of the music, before each frame of the output
+    std::int64_t length = 0;
+
+    bool IsOver(std::int64_t outputFrame) const {
+        return before[static_cast<std::size_t>(outputFrame)] == length;
+    }
+
+    void Play(int frames) {
+        for (int i = 0; i < frames; ++i) {
+            PlayOne();
+            before.push_back(music);
+        }
+    }
+
+private:
+    void PlayOne() {
+        const float target = paused || mute ? 0.0F : volume;
+        if (music == 0) {
+            gain = target;
+        }
+        if ((paused && gain == 0.0F) || music == available) {
+            return;
+        }
+        gain += std::clamp(target - gain, -1.0F / 512.0F, 1.0F / 512.0F);
+        ++music;
+    }
+};
+
+} // namespace
+
+class PositionTest : public SystemFixture {
+protected:
+    PositionTest() {
+        Init();
+        path = folder.Path("tone.mp3");
+        files::EncodeMp3(path, tone::Sine(44100.0, 441.0, 441.0, 0.5, length), 44100,
+                         {"-b", "128"});
+        bytesHeldAfter = files::ReadAll(path).size() * 8 / 5;
+    }
+
+    // How many frames can be decoded when reading stops after so many bytes.
+    std::int64_t FramesWithin(std::size_t bytes) {
+        std::unique_ptr<sound::File> file;
+        std::unique_ptr<sound::Mp3Decoder> decoder;
+        reads::Reset();
+        reads::FailAfter(bytes);
+        EXPECT_EQ(sound::File::Open(path.c_str(), file), FMOD_OK);
+        EXPECT_EQ(sound::Mp3Decoder::Open(std::move(file), decoder), FMOD_OK);
+        std::int64_t count = 0;
+        std::span<const float> frames;
+        while (decoder->Decode(frames) == sound::Mp3Decoder::Progress::Frames) {
+            count += static_cast<std::int64_t>(frames.size() / 2);
+        }
+        reads::Reset();
+        return count;
+    }
+
+    void Begin() {
+        counted.length = length;
+        counted.available = FramesWithin(bytesHeldAfter);
+        ASSERT_GT(counted.available, 44'100);
+        ASSERT_LT(counted.available, length - 44'100);
+        reads::HoldAfter(bytesHeldAfter);
+        channel = Play(Open(path));
+        counted.before.assign(1, 0);
+    }
+
+    void ChangeSomething(std::mt19937& random) {
+        switch (random() % 3) {
+        case 0:
+            counted.volume = static_cast<float>(random() % 5) / 4.0F;
+            channel->setVolume(counted.volume);
+            break;
+        case 1:
+            counted.mute = random() % 3 == 0;
+            channel->setMute(counted.mute);
+            break;
+        default:
+            counted.paused = random() % 3 == 0;
+            channel->setPaused(counted.paused);
+        }
+    }
+
+    // As much as is wanted of what can be decoded; behind that the output gets silence.
+    void PlayOn(int frames) {
+        while (frames > 0) {
+            const std::int64_t left = counted.available - counted.music;
+            const int count =
+                left == 0 ? frames : static_cast<int>(std::min<std::int64_t>(frames, left));
+            if (left == 0) {
+                script::PullAtOnce(count);
+            } else {
+                script::Pull(count);
+            }
+            counted.Play(count);
+            frames -= count;
+        }
+    }
+
+    // Some way on, at most 5000 frames behind what the output has.
+    void HearOn(std::mt19937& random) {
+        const auto handedOut = static_cast<std::int64_t>(counted.before.size()) - 1;
+        const auto late = static_cast<std::int64_t>(random() % 5000);
+        heard = std::max(heard, handedOut - late);
+        script::SetHeard(heard);
+    }
+
+    void ExpectThePositionCounted() {
+        const auto frames = counted.before[static_cast<std::size_t>(heard)];
+        const auto position = static_cast<std::int64_t>(Position(channel));
+        EXPECT_EQ(position, frames * 1000 / 44100) << "at output frame " << heard;
+        EXPECT_EQ(IsPlaying(channel), !counted.IsOver(heard)) << "at output frame " << heard;
+        EXPECT_GE(position, latest);
+        latest = position;
+    }
+
+    static constexpr std::int64_t length = 176'400;
+    std::string path;
+    std::size_t bytesHeldAfter = 0;
+    FMOD::Channel* channel = nullptr;
+    Counted counted;
+    std::int64_t heard = 0;
+    std::int64_t latest = 0;
+};
+
+class AnyPlayingTest : public PositionTest, public testing::WithParamInterface<unsigned int> {};
+
+TEST_P(AnyPlayingTest, HasThePositionOfWhatIsHeardAndNeverGoesBack) {
+    std::mt19937 random(GetParam());
+    Begin();
+    bool starved = false;
+    for (int step = 0; step < 2000 && !HasFailure() && latest < 4000; ++step) {
+        if (random() % 3 == 0) {
+            ChangeSomething(random);
+        }
+        PlayOn(1 + static_cast<int>(random() % (step % 2 == 0 ? 40 : 1500)));
+        HearOn(random);
+        ExpectThePositionCounted();
+        if (counted.music == counted.available && !starved && random() % 8 == 0) {
+            starved = true;
+            counted.available = length;
+            reads::Release();
+        }
+    }
+    EXPECT_TRUE(starved);
+    EXPECT_EQ(latest, 4000);
+    PlayOn(10'000);
+    script::HearAll();
+    EXPECT_EQ(Position(channel), 4000U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seed, AnyPlayingTest, testing::Range(1U, 13U));
