@@ -252,23 +252,64 @@ TEST_F(Mp3DecoderTest, SkipsDamageOfAnyLengthAndNothingElse) {
     }
 }
 
+TEST_F(Mp3DecoderTest, FindsTheMusicBehindDamageWhereverItBegins) {
+    // The search goes through the file in pieces: no frame is missed where two of them meet.
+    const Bytes music = files::ReadAll(Encoded(44100, 176'400, {"-b", "128", "-t"}));
+    ASSERT_EQ(OpenBytes(music), FMOD_OK);
+    const std::size_t length = DecodeAll().size();
+    const std::size_t middle = EndOfFrame(music, 70);
+    for (std::size_t count = 62'000; count < 67'000; count += 250) {
+        const Bytes zeros(count, 0);
+        ASSERT_EQ(OpenBytes(Joined({First(music, middle), zeros, From(music, middle)})), FMOD_OK);
+
+        EXPECT_EQ(DecodeAll().size(), length) << count;
+    }
+}
+
 TEST_F(Mp3DecoderTest, DoesNotBelieveAFalseHeaderInsideDamage) {
-    // It says that its frame is 1440 bytes long, but the music goes on after 60.
-    const std::vector<std::string> untagged = {"-b", "128", "-t"};
-    const Bytes music = files::ReadAll(Encoded(44100, 176'400, untagged));
+    // It says that its frame is longer than a kilobyte, but the music goes on after 60 bytes.
+    const Bytes music = files::ReadAll(Encoded(44100, 176'400, {"-b", "128", "-t"}));
     ASSERT_EQ(OpenBytes(music), FMOD_OK);
     const std::size_t length = DecodeAll().size();
     const std::size_t middle = EndOfFrame(music, 60);
-    Bytes frame = {0xFF, 0xFB, 0xE8, 0x00};
-    frame.resize(60, 0x55);
+    for (const unsigned char rate : Bytes{0xE0, 0xE4, 0xE8, 0x00}) {
+        Bytes damage = {0x55, 0x55, 0x55, 0xFF, 0xFB, rate, 0x00};
+        damage.resize(63, 0x55);
 
-    for (const Bytes& before : {Bytes(), Bytes(7, 0x55)}) {
-        ASSERT_EQ(OpenBytes(Joined({First(music, middle), before, frame, From(music, middle)})),
-                  FMOD_OK);
+        ASSERT_EQ(OpenBytes(Joined({First(music, middle), damage, From(music, middle)})), FMOD_OK);
 
-        EXPECT_EQ(DecodeAll().size(), length);
+        EXPECT_EQ(DecodeAll().size(), length) << int{rate};
         EXPECT_EQ(decoder->RateHz(), 44100);
     }
+}
+
+TEST_F(Mp3DecoderTest, LosesNoFrameBehindAFalseOneWhereAFrameIsDue) {
+    const Bytes music = files::ReadAll(Encoded(44100, 176'400, {"-b", "128", "-t"}));
+    ASSERT_EQ(OpenBytes(music), FMOD_OK);
+    const std::size_t length = DecodeAll().size();
+    const std::size_t middle = EndOfFrame(music, 60);
+    Bytes damage = {0xFF, 0xFB, 0xE0, 0x00};
+    damage.resize(60, 0x55);
+
+    ASSERT_EQ(OpenBytes(Joined({First(music, middle), damage, From(music, middle)})), FMOD_OK);
+
+    EXPECT_EQ(DecodeAll().size(), length + 2UL * 1152); // the false frame as well
+}
+
+TEST_F(Mp3DecoderTest, PlaysFourFramesBetweenDamages) {
+    const Bytes music = files::ReadAll(Encoded(44100, 176'400, {"-b", "128", "-t"}));
+    ASSERT_EQ(OpenBytes(music), FMOD_OK);
+    const std::size_t length = DecodeAll().size();
+    const Bytes zeros(1000, 0);
+    const std::size_t middle = EndOfFrame(music, 60);
+    const std::size_t later = EndOfFrame(music, 64);
+    const Bytes between(music.begin() + static_cast<std::ptrdiff_t>(middle),
+                        music.begin() + static_cast<std::ptrdiff_t>(later));
+
+    ASSERT_EQ(OpenBytes(Joined({First(music, middle), zeros, between, zeros, From(music, later)})),
+              FMOD_OK);
+
+    EXPECT_EQ(DecodeAll().size(), length);
 }
 
 TEST_F(Mp3DecoderTest, GoesOnWithADifferentRateAndLosesNoFrame) {

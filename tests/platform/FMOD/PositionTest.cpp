@@ -89,7 +89,7 @@ protected:
     void ChangeSomething(std::mt19937& random) {
         switch (random() % 3) {
         case 0:
-            counted.volume = static_cast<float>(random() % 5) / 4.0F;
+            counted.volume = static_cast<float>(random() % 7) / 6.0F;
             channel->setVolume(counted.volume);
             break;
         case 1:
