@@ -143,11 +143,10 @@ Mp3Decoder::Progress Mp3Decoder::Decode(std::span<const float>& frames) {
         const int result = mpg123_decode_frame(handle.get(), &number, &audio, &bytes);
         if (result == MPG123_OK) {
             latestFrame = streamBegin + mpg123_framepos(handle.get());
-            if (bytes > 0) {
-                frames = {reinterpret_cast<const float*>(audio), bytes / sizeof(float)};
-                return Progress::Frames;
-            }
-        } else if (file->Failed() || !BeginNextStream()) {
+            frames = {reinterpret_cast<const float*>(audio), bytes / sizeof(float)};
+            return Progress::Frames;
+        }
+        if (file->Failed() || !BeginNextStream()) {
             return file->Failed() ? Progress::Failed : Progress::End;
         }
     }

@@ -26,8 +26,8 @@ public:
     /// Of the frames decoded last, or of the first before that; it may change in mid-file.
     int RateHz() const { return rateHz; }
 
-    /// Frames: @p frames are the next of them (left, right), valid until the next call. What is
-    /// damaged is left out. Failed: the file could not be read any further.
+    /// Frames: @p frames are the next of them (left, right; perhaps none), valid until the next
+    /// call. What is damaged is left out. Failed: the file could not be read any further.
     Progress Decode(std::span<const float>& frames);
 
     /// Back to the beginning.

@@ -100,6 +100,7 @@ static constexpr NoMusic noMusic[] = {
     {"SixBytes", [] { return Bytes{'I', 'D', '3', 4, 0, 0}; }},
     {"Text", Text},
     {"Zeros", [] { return Bytes(1'000'000, 0); }},
+    {"Ones", [] { return Bytes(1'000'000, 0xFF); }},
     {"Noise", [] { return files::Noise(1'000'000); }},
     {"Wave", Wave},
     {"LayerTwo", files::LayerTwo},
