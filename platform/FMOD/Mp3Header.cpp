@@ -45,7 +45,7 @@ static bool FollowEachOther(std::span<const unsigned char> bytes, Mp3Header head
     std::size_t at = 0;
     for (int number = 1; number < count; ++number) {
         at += header.frameBytes != 0 ? static_cast<std::size_t>(header.frameBytes)
-                                     : freeBytes + header.Padding();
+                                     : freeBytes + static_cast<std::size_t>(header.Padding());
         const auto next = at + 4 <= bytes.size() ? ParseMp3Header(bytes.subspan(at)) : std::nullopt;
         if (!next || ((next->bits ^ header.bits) & sameInAStream) != 0 ||
             (next->frameBytes == 0) != (header.frameBytes == 0)) {
