@@ -68,10 +68,15 @@ void HideSoundSystems() {
 
 PrivateServer::PrivateServer() {
     HideSoundSystems();
-    const std::string socketPath = folder.Path("socket");
     for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "PULSE_RUNTIME_PATH", "PULSE_STATE_PATH"}) {
         setenv(name, folder.Path("").c_str(), 1);
     }
+    setenv("PULSE_SERVER", ("unix:" + folder.Path("socket")).c_str(), 1);
+    Run();
+}
+
+void PrivateServer::Run() {
+    const std::string socketPath = folder.Path("socket");
     server = Start({"pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
                     "--use-pid-file=no", "--disable-shm=yes", "-L", "module-null-sink", "-L",
                     "module-native-protocol-unix auth-anonymous=1 socket=" + socketPath},
@@ -83,7 +88,6 @@ PrivateServer::PrivateServer() {
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
-    setenv("PULSE_SERVER", ("unix:" + socketPath).c_str(), 1);
 }
 
 PrivateServer::~PrivateServer() {
@@ -94,6 +98,11 @@ PrivateServer::~PrivateServer() {
 
 void PrivateServer::Kill() {
     End(server, SIGKILL);
+}
+
+void PrivateServer::Restart() {
+    Kill();
+    Run();
 }
 
 void PrivateServer::Stop() {
@@ -109,6 +118,8 @@ void PrivateServer::Continue() {
 }
 
 void PrivateServer::BeginRecording() {
+    End(recorder, SIGTERM);
+    std::filesystem::remove(folder.Path("recorded"));
     recorder = Start({"parec", "--raw", "--format=float32le", "--rate=44100", "--channels=2",
                       "--latency-msec=20"},
                      folder.Path("recorded"));
@@ -120,6 +131,10 @@ void PrivateServer::BeginRecording() {
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
+}
+
+std::size_t PrivateServer::RecordedFrames() const {
+    return std::filesystem::file_size(folder.Path("recorded")) / (2 * sizeof(float));
 }
 
 std::vector<float> PrivateServer::EndRecording() {

@@ -3,6 +3,7 @@
 
 #include "Mp3Files.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -21,15 +22,24 @@ public:
 
     void Kill();
 
+    /// Kills it, and runs a new one where it was.
+    void Restart();
+
     /// Makes it hang, and go on.
     void Stop();
     void Continue();
 
-    /// Begins to note what the sink plays, as stereo frames at 44.1 kHz, until EndRecording.
+    /// Begins to note what the sink plays, as stereo frames at 44.1 kHz, until EndRecording. The
+    /// sink is awake from then on; an idle one starts late.
     void BeginRecording();
+
+    /// Of what the sink has played, a few ms late.
+    std::size_t RecordedFrames() const;
     std::vector<float> EndRecording();
 
 private:
+    void Run();
+
     files::Folder folder;
     pid_t server = -1;
     pid_t recorder = -1;

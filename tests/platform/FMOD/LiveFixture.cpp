@@ -1,0 +1,124 @@
+// The whole library as the show has it, seen and timed as by the show's main thread.
+#include "LiveFixture.h"
+
+#include "Sweep.h"
+#include "Tone.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <string>
+#include <thread>
+
+static double Ms(std::chrono::steady_clock::duration duration) {
+    return std::chrono::duration<double, std::milli>(duration).count();
+}
+
+void LiveFixture::TearDown() {
+    Release();
+    RecordProperty("longestCallMs", std::to_string(Ms(longestCall)));
+    EXPECT_LT(Ms(longestCall), 1000.0) << "a call of the library hung";
+}
+
+void LiveFixture::Open(double seconds) {
+    const std::string path = folder.Path("sweep.mp3");
+    files::EncodeMp3(path, sweep::Frames(static_cast<std::size_t>(44100.0 * seconds)), 44100);
+    Timed([&] { return FMOD::System_Create(&system); });
+    Timed([&] { return system->init(1, FMOD_INIT_NORMAL, nullptr); });
+    Timed([&] {
+        return system->createSound(path.c_str(), FMOD_2D | FMOD_SOFTWARE | FMOD_CREATESTREAM,
+                                   nullptr, &sound);
+    });
+}
+
+void LiveFixture::Play() {
+    Timed([&] { return system->playSound(FMOD_CHANNEL_FREE, sound, false, &channel); });
+}
+
+void LiveFixture::OpenAndPlay(double seconds) {
+    Open(seconds);
+    Play();
+}
+
+unsigned int LiveFixture::Position() {
+    unsigned int position = 0;
+    Timed([&] { return channel->getPosition(&position, FMOD_TIMEUNIT_MS); });
+    return position;
+}
+
+// The time of a look is only known to lie between just before it and just after it; leaps and halts
+// are measured by the bounds that hold however long this thread was kept from running.
+Course LiveFixture::Watch(unsigned int untilMs, const PrivateServer* server) {
+    Course course;
+    bool playing = true;
+    std::vector<float> spectrum(512);
+    const auto beforeFirst = Clock::now();
+    course.firstPosition = Position();
+    const auto afterFirst = Clock::now();
+    auto beforeLast = beforeFirst;
+    unsigned int last = course.firstPosition;
+    while (playing && last < untilMs) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        const std::size_t recordedFrames = server != nullptr ? server->RecordedFrames() : 0;
+        const auto before = Clock::now();
+        const unsigned int position = Position();
+        const auto after = Clock::now();
+        looks.push_back({recordedFrames, position});
+        const double moved = static_cast<double>(position) - last;
+        course.everBack = course.everBack || position < last;
+        course.differentPositions += position != last ? 1 : 0;
+        course.leapMs = std::max(course.leapMs, moved - Ms(after - beforeLast));
+        Timed([&] { return channel->isPlaying(&playing); });
+        if (playing) {
+            course.behindMs = Ms(before - afterFirst) - (position - course.firstPosition);
+        }
+        Timed([&] {
+            return system->getSpectrum(spectrum.data(), 512, 0, FMOD_DSP_FFT_WINDOW_TRIANGLE);
+        });
+        course.strongest =
+            std::max(course.strongest, *std::max_element(spectrum.begin(), spectrum.end()));
+        beforeLast = before;
+        last = position;
+    }
+    course.lastPosition = last;
+    return course;
+}
+
+void LiveFixture::Release() {
+    if (system != nullptr) {
+        Timed([&] { return system->release(); });
+        system = nullptr;
+    }
+}
+
+void LiveFixture::ExpectRealTime(const std::string& when, const Course& course) {
+    RecordProperty(when + "LeapMs", std::to_string(course.leapMs));
+    RecordProperty(when + "BehindMs", std::to_string(course.behindMs));
+    EXPECT_FALSE(course.everBack) << when;
+    EXPECT_LT(course.leapMs, 60.0) << when;
+    EXPECT_LT(course.behindMs, 500.0) << when;
+    EXPECT_GT(course.differentPositions, 20U) << when;
+}
+
+// A busy machine only ever adds to the lag of what is recorded, so the least one counts. The sink
+// renders, and the recorder gets, what is heard within the next 20 ms or so.
+void LiveFixture::ExpectInStep(const std::string& when, const std::vector<float>& recorded,
+                               unsigned int fromMs, unsigned int toMs) {
+    const std::vector<float> left = tone::Side(recorded, 0);
+    std::vector<double> lagsMs;
+    unsigned int firstMs = toMs;
+    for (const Look& look : looks) {
+        const auto played = std::span(left).first(std::min(look.recordedFrames, left.size()));
+        const std::optional<double> playedMs = sweep::EndMs(played);
+        if (look.positionMs >= fromMs && look.positionMs < toMs && playedMs) {
+            lagsMs.push_back(look.positionMs - *playedMs);
+            firstMs = std::min(firstMs, look.positionMs);
+        }
+    }
+    ASSERT_GT(lagsMs.size(), 20U) << when << ": no sound";
+    const double leastMs = *std::min_element(lagsMs.begin(), lagsMs.end());
+    RecordProperty(when + "LagMs", std::to_string(leastMs));
+    RecordProperty(when + "SilentMs", std::to_string(firstMs - fromMs));
+    EXPECT_GT(leastMs, -70.0) << when;
+    EXPECT_LT(leastMs, 30.0) << when;
+}
