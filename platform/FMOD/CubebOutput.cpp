@@ -7,7 +7,14 @@
 
 #include <cubeb/cubeb.h>
 
+#include <malloc.h>
+
 namespace sound {
+
+// Each attempt to find a server takes megabytes for a moment and uses next to none of them. Mapped
+// apart they cost nothing; from its own store, where malloc puts them from the second attempt on,
+// they would stay resident.
+static constexpr int largestStoredBytes = 128 * 1024;
 
 // 100 ms: half of it drops out beside busy processes.
 static constexpr std::uint32_t latencyFrames = outputRateHz / 10;
@@ -30,6 +37,7 @@ static void Notice(cubeb_stream*, void* feed, cubeb_state state) {
 }
 
 bool CubebOutput::Start() {
+    mallopt(M_MMAP_THRESHOLD, largestStoredBytes); // its default, but fixed
     cubeb* openedContext = nullptr;
     if (cubeb_init(&openedContext, "Skovra", nullptr) != CUBEB_OK) {
         return false;

@@ -1,0 +1,153 @@
+// What the library does to the process it is in: in its callback, to its memory, and to the kernel.
+#include "CubebOutput.h"
+#include "Mp3Files.h"
+#include "OutputTimeline.h"
+#include "PrivateServer.h"
+#include "Sweep.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstddef>
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <spawn.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+class ProcessTest : public testing::Test {
+protected:
+    ProcessTest() { files::EncodeMp3(music, sweep::Frames(std::size_t{4} * 44100), 44100); }
+
+    // Runs a program from beside this one; what waitpid says of it.
+    static int Run(std::vector<std::string> command) {
+        command[0] = PROGRAMS "/" + command[0];
+        std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
+        for (std::string& word : command) {
+            arguments.push_back(word.data());
+        }
+        arguments.push_back(nullptr);
+        pid_t child = -1;
+        int status = -1;
+        EXPECT_EQ(posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ),
+                  0);
+        waitpid(child, &status, 0);
+        return status;
+    }
+
+    // Runs a program under the watch on callbacks: what it reports, by name.
+    std::map<std::string, int> RunWatched(const std::vector<std::string>& command) {
+        const std::string report = folder.Path("report");
+        setenv("CALLBACK_WATCH", report.c_str(), 1);
+        setenv("LD_PRELOAD", PROGRAMS "/libcallback-watch.so", 1);
+        const int status = Run(command);
+        unsetenv("LD_PRELOAD");
+        EXPECT_EQ(status, 0);
+
+        std::map<std::string, int> counts;
+        std::ifstream file(report);
+        for (std::string line; std::getline(file, line);) {
+            const std::size_t last = line.rfind(' ');
+            counts[line.substr(0, last)] = std::atoi(line.c_str() + last);
+        }
+        return counts;
+    }
+
+    files::Folder folder;
+    const std::string music = folder.Path("sweep.mp3");
+};
+
+} // namespace
+
+TEST_F(ProcessTest, CallbackNeitherAllocatesNorLocksNorWaitsNorCallsTheSystem) {
+    PrivateServer server;
+    ASSERT_TRUE(server.IsRunning());
+    server.BeginRecording();
+
+    auto counts = RunWatched({"music-player", music, "3000"});
+
+    EXPECT_GT(counts["callbacks"], 30);
+    counts.erase("callbacks");
+    EXPECT_EQ(testing::PrintToString(counts), "{}");
+}
+
+TEST_F(ProcessTest, CallbackThatAllocatesLocksOrWaitsIsCaught) {
+    PrivateServer server;
+    ASSERT_TRUE(server.IsRunning());
+    server.BeginRecording();
+
+    auto counts = RunWatched({"planted-callback"});
+
+    EXPECT_GE(counts["callbacks"], 10);
+    for (const char* name : {"malloc", "free", "pthread_mutex_lock", "nanosleep"}) {
+        EXPECT_GE(counts[name], 10) << name;
+    }
+}
+
+#if defined(__x86_64__)
+TEST_F(ProcessTest, CallbackThatCallsTheSystemItselfIsCaught) {
+    PrivateServer server;
+    ASSERT_TRUE(server.IsRunning());
+    server.BeginRecording();
+
+    auto counts = RunWatched({"planted-callback", "system"});
+
+    EXPECT_GE(counts["system call " + std::to_string(SYS_getppid)], 10);
+}
+#endif
+
+TEST_F(ProcessTest, FrameMakesNoSystemCallButForTheClock) {
+    PrivateServer server;
+    ASSERT_TRUE(server.IsRunning());
+    server.BeginRecording();
+
+    EXPECT_EQ(Run({"music-player", music, "3000", "sealed"}), 0);
+}
+
+TEST_F(ProcessTest, FrameThatMakesAnotherSystemCallIsCaught) {
+    HideSoundSystems();
+
+    const int status = Run({"music-player", music, "1000", "planted"});
+
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(WTERMSIG(status), SIGSYS);
+}
+
+static long ResidentKilobytes() {
+    std::ifstream file("/proc/self/status");
+    for (std::string line; std::getline(file, line);) {
+        if (line.rfind("VmRSS:", 0) == 0) {
+            return std::atol(line.c_str() + 6);
+        }
+    }
+    return -1;
+}
+
+static void NoFrames(void*, float*, std::int32_t) noexcept {}
+static void NoWait(void*, std::int32_t) noexcept {}
+
+TEST(CubebOutput, TakesNoMoreMemoryTheMoreOftenItTries) {
+    HideSoundSystems();
+    sound::OutputTimeline timeline({nullptr, NoFrames, NoWait}, 0);
+    sound::DeviceFeed feed(timeline);
+    const auto tryOnce = [&feed] { EXPECT_FALSE(sound::CubebOutput(feed).Start()); };
+    tryOnce();
+    const long onceKilobytes = ResidentKilobytes();
+
+    for (int i = 0; i < 30; ++i) {
+        tryOnce();
+    }
+
+    const long grownKilobytes = ResidentKilobytes() - onceKilobytes;
+    testing::Test::RecordProperty("residentKilobytes", std::to_string(onceKilobytes));
+    testing::Test::RecordProperty("grownKilobytes", std::to_string(grownKilobytes));
+    EXPECT_LT(grownKilobytes, 1000);
+}
