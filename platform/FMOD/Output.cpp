@@ -11,8 +11,8 @@
 
 namespace sound {
 
-static constexpr std::chrono::milliseconds longestWaitToOpen{40};
-static constexpr std::chrono::milliseconds longestWaitToClose{100};
+// For a device to open or to close. The caller draws frames, and drops one or two at worst.
+static constexpr std::chrono::milliseconds longestWait{40};
 
 struct Output {
     explicit Output(const Source& source)
@@ -24,15 +24,15 @@ struct Output {
 
 // Polls, for neither an output callback nor a device that hangs tells anybody.
 template <typename Condition>
-static void WaitFor(std::chrono::milliseconds limit, Condition reached) {
-    const auto end = std::chrono::steady_clock::now() + limit;
+static void WaitFor(Condition reached) {
+    const auto end = std::chrono::steady_clock::now() + longestWait;
     while (!reached() && std::chrono::steady_clock::now() < end) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 
 static void WaitForDevice(const LiveOutput& live) {
-    WaitFor(longestWaitToOpen, [&live] { return live.timeline.IsSounding() || live.deviceFailed; });
+    WaitFor([&live] { return live.timeline.IsSounding() || live.deviceFailed; });
 }
 
 OutputHandle StartOutput(const Source& source) {
@@ -45,7 +45,7 @@ OutputHandle StartOutput(const Source& source) {
 void StopOutput::operator()(Output* output) const noexcept {
     output->live->timeline.Close();
     output->live->Stop();
-    WaitFor(longestWaitToClose, [output] { return output->live->deviceClosed.load(); });
+    WaitFor([output] { return output->live->deviceClosed.load(); });
     delete output;
 }
 

@@ -36,7 +36,7 @@ struct Output;
 
 struct StopOutput {
     /// Ends the playing: when it returns, the source is not used any more. A device that hangs is
-    /// left behind after a moment.
+    /// left behind after 40 ms.
     void operator()(Output* output) const noexcept;
 };
 
