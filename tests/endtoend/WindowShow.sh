@@ -3,20 +3,6 @@
 # shellcheck source=tests/endtoend/show.sh
 . "$(dirname "$0")/show.sh"
 
-# The frame loop leaves at the first position above the end, and no clock but the music's moves it.
-expect_positions_of_a_whole_show() {
-    awk '
-        NR > 1 && $1 < last { print "stepped back from " last " to " $1; bad = 1 }
-        NR > 1 && last > 33000 { print "went on after " last; bad = 1 }
-        NR == 1 { started = $2 - $1 }
-        { last = $1; drift = $2 - started - $1 }
-        END {
-            if (last <= 33000) { print "ended at " last; bad = 1 }
-            if (drift > 500 || drift < -500) { print "ran " drift " ms off real time"; bad = 1 }
-            exit bad
-        }' "$positions" >&2 || fail "positions read by the show"
-}
-
 RunsFromStartToFinish() {
     start_display
     open_in_window "$PROGRAMS/skovra-positions"
@@ -56,37 +42,6 @@ ShowsTitleThenCreditsThenNoPicture() {
     expect_picture 28500 32,32,192 16,16,96
     expect_picture 30500 0,0,0 0,0,0
     expect_exit 0 30
-}
-
-sink_is_running() {
-    pactl list short sinks | grep -q RUNNING
-}
-
-# start_sound_server: one of our own, its sink kept awake by zeros, or else it starts late.
-start_sound_server() {
-    local socket=$headless_dir/runtime/pulse-socket
-    pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes \
-        -L "module-null-sink" -L "module-native-protocol-unix socket=$socket" \
-        >"$headless_dir/pulse.log" 2>&1 &
-    headless_pids+=("$!")
-    headless_wait_until 30 "the sound server" [ -S "$socket" ]
-    export PULSE_SERVER=unix:$socket
-    pacat --raw /dev/zero >"$headless_dir/pacat.log" 2>&1 &
-    headless_pids+=("$!")
-    headless_wait_until 30 "the sink to run" sink_is_running
-}
-
-PlaysThroughASoundServer() {
-    start_display
-    start_sound_server
-    open_in_window "$PROGRAMS/skovra-positions"
-    wait_for_position 3000
-    pactl list sink-inputs | grep -q 'application.process.binary = "skovra-positions"' ||
-        fail "the show does not play on the sound server"
-    expect_exit 0 90
-    expect_output
-    expect_positions_of_a_whole_show
-    expect_equal "standard error" "" "$(cat "$headless_err")"
 }
 
 "$1"

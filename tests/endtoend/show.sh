@@ -136,3 +136,17 @@ expect_window() {
     expect_equal "window geometry within frame of $extents" "200 200 1024 768" \
         "$((x - ${extents% *})) $((y - ${extents#* })) $width $height"
 }
+
+# The frame loop leaves at the first position above the end, and no clock but the music's moves it.
+expect_positions_of_a_whole_show() {
+    awk '
+        NR > 1 && $1 < last { print "stepped back from " last " to " $1; bad = 1 }
+        NR > 1 && last > 33000 { print "went on after " last; bad = 1 }
+        NR == 1 { started = $2 - $1 }
+        { last = $1; drift = $2 - started - $1 }
+        END {
+            if (last <= 33000) { print "ended at " last; bad = 1 }
+            if (drift > 500 || drift < -500) { print "ran " drift " ms off real time"; bad = 1 }
+            exit bad
+        }' "$positions" >&2 || fail "positions read by the show"
+}

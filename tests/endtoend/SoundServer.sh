@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# The show on a sound server, which may come and go. Argument: the case to run.
+# shellcheck source=tests/endtoend/show.sh
+. "$(dirname "$0")/show.sh"
+
+sink_is_running() {
+    pactl list short sinks | grep -q RUNNING
+}
+
+# start_sound_server: one of our own, its pid in $sound_server. Zeros keep its sink awake, or else it
+# starts late.
+start_sound_server() {
+    local socket=$headless_dir/runtime/pulse-socket
+    pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes \
+        -L "module-null-sink" -L "module-native-protocol-unix socket=$socket" \
+        >"$headless_dir/pulse.log" 2>&1 &
+    sound_server=$!
+    headless_pids+=("$sound_server")
+    headless_wait_until 30 "the sound server" [ -S "$socket" ]
+    export PULSE_SERVER=unix:$socket
+    pacat --raw /dev/zero >"$headless_dir/pacat.log" 2>&1 &
+    headless_pids+=("$!")
+    headless_wait_until 30 "the sink to run" sink_is_running
+}
+
+show_is_heard() {
+    pactl list sink-inputs | grep -q 'application.process.binary = "skovra-positions"'
+}
+
+PlaysThroughASoundServer() {
+    start_display
+    start_sound_server
+    open_in_window "$PROGRAMS/skovra-positions"
+    wait_for_position 3000
+    show_is_heard || fail "the show does not play on the sound server"
+    expect_exit 0 90
+    expect_output
+    expect_positions_of_a_whole_show
+    expect_equal "standard error" "" "$(cat "$headless_err")"
+}
+
+GoesOnWithoutAServerThatDies() {
+    start_display
+    start_sound_server
+    open_in_window "$PROGRAMS/skovra-positions"
+    wait_for_position 5000
+    show_is_heard || fail "the show does not play on the sound server"
+    kill -KILL "$sound_server"
+    expect_exit 0 90
+    expect_output
+    expect_positions_of_a_whole_show
+    expect_equal "standard error" "skovra: no sound device, playing silently" \
+        "$(cat "$headless_err")"
+}
+
+IsHeardAgainOnAServerThatComesBack() {
+    start_display
+    start_sound_server
+    open_in_window "$PROGRAMS/skovra-positions"
+    wait_for_position 5000
+    kill -KILL "$sound_server"
+    wait_for_position 8000
+    start_sound_server
+    headless_wait_until 10 "the show to be heard again" show_is_heard
+    expect_exit 0 90
+    expect_output
+    expect_positions_of_a_whole_show
+}
+
+# The watch on what the output's callback does is libcallback-watch.so, see its source.
+CallbackKeepsItsRules() {
+    local report
+    start_display
+    start_sound_server
+    report=$headless_dir/callbacks
+    open_in_window env "LD_PRELOAD=$PROGRAMS/libcallback-watch.so" "CALLBACK_WATCH=$report" \
+        "$PROGRAMS/skovra-positions"
+    wait_for_position 4000
+    show_is_heard || fail "the show does not play on the sound server"
+    headless_key Escape
+    expect_exit 0
+    expect_output
+    [ -s "$report" ] || fail "no callback was seen"
+    expect_equal "lines of the report" 1 "$(wc -l <"$report")"
+    [ "$(sed -n 's/^callbacks //p' "$report")" -gt 30 ] || fail "there were only: $(cat "$report")"
+}
+
+"$1"
