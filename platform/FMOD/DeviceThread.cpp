@@ -67,19 +67,20 @@ static bool RunDevice(LiveOutput& output) {
     const bool started = Start(*device);
     output.deviceFailed = !started;
     while (started && running && !feed.HasFailed()) {
-        running = output.Wait(checkPeriod, [&feed] { return feed.HasFailed(); });
+        running = output.WaitFor(checkPeriod, [&feed] { return feed.HasFailed(); });
     }
-    output.deviceFailed = true;
     feed.Fail();
     Close(device);
     output.timeline.Forget(feed, MonotonicNs());
     return running;
 }
 
+// A device that was lost is opened again at once: it may only have been late.
 static void Run(const std::shared_ptr<LiveOutput>& output) {
     bool running = true;
     while (running) {
-        running = RunDevice(*output) && output->Wait(retryPeriod, [] { return false; });
+        const auto next = std::chrono::steady_clock::now() + retryPeriod;
+        running = RunDevice(*output) && output->WaitUntil(next, [] { return false; });
     }
     output->deviceClosed = true;
 }

@@ -14,12 +14,17 @@ namespace sound {
 struct LiveOutput {
     LiveOutput(const Source& source, std::int64_t nowNs) : timeline(source, nowNs) {}
 
-    /// Waits until Stop, @p wanted() or @p limit; false: stopped.
+    /// Waits until Stop, @p wanted() or @p end; false: stopped.
     template <typename Condition>
-    bool Wait(std::chrono::milliseconds limit, Condition wanted) {
+    bool WaitUntil(std::chrono::steady_clock::time_point end, Condition wanted) {
         std::unique_lock<std::mutex> lock(mutex);
-        changed.wait_for(lock, limit, [&] { return stopped || wanted(); });
+        changed.wait_until(lock, end, [&] { return stopped || wanted(); });
         return !stopped;
+    }
+
+    template <typename Condition>
+    bool WaitFor(std::chrono::milliseconds limit, Condition wanted) {
+        return WaitUntil(std::chrono::steady_clock::now() + limit, wanted);
     }
 
     void Wake() {

@@ -18,17 +18,16 @@ static constexpr int patientPeriods = 80;
 static void Run(LiveOutput& output) {
     int silentPeriods = 0;
     bool told = false;
-    while (output.Wait(period, [] { return false; })) {
+    while (output.WaitFor(period, [] { return false; })) {
         const std::int64_t nowNs = MonotonicNs();
-        const bool lost = output.timeline.FallSilentIfLost(nowNs);
-        if (lost) {
+        if (output.timeline.FallSilentIfLost(nowNs)) {
             output.Wake(); // the device thread, to end that device
         }
         output.timeline.AdvanceSilence(nowNs);
 
         const bool silent = output.soundWanted && !output.timeline.IsSounding();
         silentPeriods = silent ? silentPeriods + 1 : 0;
-        const bool tell = silent && (lost || output.deviceFailed || silentPeriods > patientPeriods);
+        const bool tell = silent && (output.deviceFailed || silentPeriods > patientPeriods);
         if (tell && !told) {
             std::fputs("skovra: no sound device, playing silently\n", stderr);
         }
