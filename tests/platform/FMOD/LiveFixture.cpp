@@ -59,6 +59,7 @@ Course LiveFixture::Watch(unsigned int untilMs, const PrivateServer* server) {
     unsigned int last = course.firstPosition;
     while (playing && last < untilMs) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        Timed([&] { return channel->isPlaying(&playing); });
         const std::size_t recordedFrames = server != nullptr ? server->RecordedFrames() : 0;
         const auto before = Clock::now();
         const unsigned int position = Position();
@@ -68,7 +69,6 @@ Course LiveFixture::Watch(unsigned int untilMs, const PrivateServer* server) {
         course.everBack = course.everBack || position < last;
         course.differentPositions += position != last ? 1 : 0;
         course.leapMs = std::max(course.leapMs, moved - Ms(after - beforeLast));
-        Timed([&] { return channel->isPlaying(&playing); });
         if (playing) {
             course.behindMs = Ms(before - afterFirst) - (position - course.firstPosition);
         }
