@@ -40,12 +40,12 @@ TEST_F(LiveFaultsTest, KilledServerLeavesTheMusicGoingSilently) {
 }
 
 TEST_F(LiveFaultsTest, RestartedServerIsHeardAgain) {
-    OpenAndPlay(6.0);
+    OpenAndPlay(9.0);
     ExpectRealTime("before", Watch(1500));
 
     server.Restart();
     server.BeginRecording();
-    ExpectHeardAgain(Position(), 6000);
+    ExpectHeardAgain(Position(), 9000);
 }
 
 TEST_F(LiveFaultsTest, ServerThatHungForSecondsIsHeardAgain) {
@@ -61,14 +61,11 @@ TEST_F(LiveFaultsTest, ServerThatHungForSecondsIsHeardAgain) {
 TEST_F(LiveFaultsTest, ServerThatHungForAMomentIsHeardAgain) {
     OpenAndPlay(6.0);
     ExpectRealTime("before", Watch(1500));
-    testing::internal::CaptureStderr();
 
     server.Stop();
     ExpectRealTime("hung", Watch(2000));
     server.Continue();
     ExpectHeardAgain(Position(), 6000);
-
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), ""); // not worth telling
 }
 
 TEST_F(LiveFaultsTest, ServerThatHangsLeavesTheMusicGoingSilently) {
@@ -81,14 +78,14 @@ TEST_F(LiveFaultsTest, ServerThatHangsLeavesTheMusicGoingSilently) {
 }
 
 TEST_F(LiveFaultsTest, ServerThatHungAndDiedIsReplaced) {
-    OpenAndPlay(6.0);
+    OpenAndPlay(9.0);
     ExpectRealTime("before", Watch(1500));
 
     server.Stop();
     ExpectRealTime("hung", Watch(2500));
     server.Restart();
     server.BeginRecording();
-    ExpectHeardAgain(Position(), 6000);
+    ExpectHeardAgain(Position(), 9000);
 }
 
 TEST_F(LiveFaultsTest, ServerThatIsGoneWhenTheMusicStartsIsNotWaitedFor) {
