@@ -59,8 +59,9 @@ bool CubebOutput::Start() {
     return cubeb_stream_start(openedStream) == CUBEB_OK;
 }
 
-// The position is asked for here only: elsewhere cubeb takes a lock for it. Nor is its latency ever
-// asked for: once a server has died, cubeb ends the process over that.
+// The position is asked for here only: elsewhere cubeb takes a lock for it. (For ALSA it takes one
+// here, too, which nobody else holds while a stream plays.) Nor is its latency ever asked for: once
+// a server has died, cubeb ends the process over that.
 long CubebOutput::Fill(cubeb_stream* stream, void* feed, const void*, void* output,
                        long frames) noexcept {
     std::uint64_t played = 0;
