@@ -1,0 +1,38 @@
+// The music as decoded frames, the reference for what was heard.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+inline constexpr std::int64_t rateHz = 44100;
+
+struct Frame {
+    float left;
+    float right;
+};
+
+class Music {
+public:
+    /// Decodes the whole MP3 file at @p path, 44.1 kHz stereo; ends the program if it cannot.
+    explicit Music(const std::string& path);
+
+    std::span<const Frame> Frames() const { return frames; }
+
+    /// The frame of the music at which @p part begins: @p expected if it fits there, else the first
+    /// at or after it, else the first of all; -1 if nowhere.
+    std::int64_t Find(std::span<const Frame> part, std::int64_t expected) const;
+
+    /// Whether @p heard is frame @p number, as far as decoders and sample formats differ.
+    bool IsFrame(std::int64_t number, Frame heard) const;
+
+private:
+    bool IsAt(std::span<const Frame> part, std::int64_t number) const;
+
+    std::vector<Frame> frames;
+};
+
+} // namespace bench
