@@ -102,7 +102,7 @@ bool DeviceFeed::TakeOver(std::int64_t playedFrames, std::int64_t nowNs) noexcep
 void DeviceFeed::Play(float* block, std::int32_t frames, std::int64_t playedFrames,
                       std::int64_t nowNs) noexcept {
     if (playedFrames >= 0) {
-        timeline.playHead.Publish(playedFrames + offset, nowNs);
+        timeline.playHead.Follow(playedFrames + offset, nowNs);
     }
     const std::int64_t silent = std::min<std::int64_t>(silenceLeft, frames);
     silenceLeft -= silent;

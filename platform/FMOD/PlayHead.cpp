@@ -4,28 +4,46 @@
 #include "Output.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace sound {
 
-// The fields are stored with release and loaded with acquire order instead of fences: a reader that
-// sees a new field also sees the odd sequence number before it, and tries again.
+// Farther off than a server's estimates are: the device was interrupted, or is another one.
+static constexpr std::int64_t farNs = 10'000'000;
+
+// A deviation is believed by 0.5 ms a second, which no device's clock drifts, or by an eighth of
+// itself if that is more.
+static constexpr std::int64_t parts = 2000;
+static constexpr std::int64_t patienceNs = 8'000'000'000;
+static constexpr std::int64_t longestStepNs = 100'000'000;
+
+// The first moment at which so many frames have passed, FramesIn the other way round.
+static constexpr std::int64_t NsFor(std::int64_t frames) {
+    return (frames * (1'000'000'000 / 100) + outputRateHz / 100 - 1) / (outputRateHz / 100);
+}
+
 void PlayHead::Publish(std::int64_t frames, std::int64_t nowNs) noexcept {
-    const std::uint32_t before = sequence.load(std::memory_order_relaxed);
-    sequence.store(before + 1, std::memory_order_relaxed);
-    reportedFrames.store(frames, std::memory_order_release);
-    reportedNs.store(nowNs, std::memory_order_release);
-    sequence.store(before + 2, std::memory_order_release);
+    beginNs.store(nowNs - NsFor(frames), std::memory_order_relaxed);
+    reportedNs = nowNs;
+}
+
+void PlayHead::Follow(std::int64_t frames, std::int64_t nowNs) noexcept {
+    const std::int64_t begin = beginNs.load(std::memory_order_relaxed);
+    const std::int64_t reported = nowNs - NsFor(frames);
+    if (begin == never || std::abs(reported - begin) > farNs) {
+        Publish(frames, nowNs);
+        return;
+    }
+    const std::int64_t stepNs = std::min(nowNs - reportedNs, longestStepNs);
+    const std::int64_t limit =
+        std::max(stepNs / parts, std::abs(reported - begin) * stepNs / patienceNs);
+    beginNs.store(begin + std::clamp(reported - begin, -limit, limit), std::memory_order_relaxed);
+    reportedNs = nowNs;
 }
 
 std::int64_t PlayHead::Extrapolate(std::int64_t nowNs) const noexcept {
-    for (;;) {
-        const std::uint32_t before = sequence.load(std::memory_order_acquire);
-        const std::int64_t frames = reportedFrames.load(std::memory_order_acquire);
-        const std::int64_t atNs = reportedNs.load(std::memory_order_acquire);
-        if (before % 2 == 0 && before == sequence.load(std::memory_order_relaxed)) {
-            return before == 0 ? 0 : frames + FramesIn(nowNs - atNs);
-        }
-    }
+    const std::int64_t begin = beginNs.load(std::memory_order_relaxed);
+    return begin == never ? 0 : FramesIn(nowNs - begin);
 }
 
 std::int64_t PlayHead::HeardFrames(std::int64_t nowNs, std::int64_t handedOut) noexcept {

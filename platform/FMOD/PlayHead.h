@@ -3,16 +3,23 @@
 
 #include <atomic>
 #include <cstdint>
+#include <limits>
 
 namespace sound {
 
-/// Follows the play head between two reports of it.
-/// Publish: one thread at a time, never blocks. The rest: any thread, never blocks.
+/// Follows the play head between two reports of it, and beside reports that are not quite true.
+/// Publish and Follow: one thread at a time, never block. The rest: any thread, never blocks.
 class PlayHead {
 public:
     /// @p frames (of the output's timeline, see Output.h) had been heard at @p nowNs
-    /// (CLOCK_MONOTONIC).
+    /// (CLOCK_MONOTONIC): it is so.
     void Publish(std::int64_t frames, std::int64_t nowNs) noexcept;
+
+    /// The same, but the device says so. Sound servers estimate, and when they are kept from
+    /// running they may be milliseconds off for seconds; a device's own clock is steady. So what
+    /// contradicts the reports before is believed little by little, and at once only if it is far
+    /// off.
+    void Follow(std::int64_t frames, std::int64_t nowNs) noexcept;
 
     /// Frames heard by @p nowNs if the device runs on at its nominal rate; 0 before the first
     /// report.
@@ -22,11 +29,12 @@ public:
     std::int64_t HeardFrames(std::int64_t nowNs, std::int64_t handedOut) noexcept;
 
 private:
-    // A sequence lock: odd while a report is being written.
-    std::atomic<std::uint32_t> sequence{0};
-    std::atomic<std::int64_t> reportedFrames{0};
-    std::atomic<std::int64_t> reportedNs{0};
+    static constexpr std::int64_t never = std::numeric_limits<std::int64_t>::max();
+
+    // At the nominal rate, when frame 0 tells when all others are heard.
+    std::atomic<std::int64_t> beginNs{never};
     std::atomic<std::int64_t> lastAnswer{0};
+    std::int64_t reportedNs = 0; // the reporting threads only
 };
 
 } // namespace sound

@@ -3,10 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <cmath>
 #include <cstdint>
 #include <limits>
-#include <thread>
 
 using sound::PlayHead;
 
@@ -77,23 +76,80 @@ TEST(PlayHead, SurvivesDaysOfPlaying) {
     EXPECT_EQ(head.Extrapolate(hundredDays * 1000 * ms), hundredDays * 44100);
 }
 
-TEST(PlayHead, NeverMixesTwoReports) {
-    // Each report is of the same movement, so any mixture of two would lie elsewhere.
-    PlayHead head;
-    std::atomic<bool> stop{false};
-    head.Publish(0, 0);
-    std::thread device([&] {
-        for (std::int64_t i = 0; !stop; i = (i + 1) % 100000) {
-            head.Publish(441 * i, 10 * ms * i);
-        }
-    });
+namespace {
 
-    std::int64_t wrong = 0;
-    for (int i = 0; i < 200000; ++i) {
-        wrong += head.Extrapolate(10 * ms) != 441 ? 1 : 0;
+// A device that reports every 25 ms; what it says may be off.
+struct Device {
+    std::int64_t Heard(int ms) const {
+        return static_cast<std::int64_t>(44.1 * ms * (1.0 + drift) + 44.1 * interruptedMs);
     }
-    stop = true;
-    device.join();
 
-    EXPECT_EQ(wrong, 0);
+    // Reports from @p fromMs on until @p toMs, each @p offMs off; answers how far the play head is
+    // off then, in frames.
+    double Report(int fromMs, int toMs, double offMs) {
+        for (int now = fromMs; now <= toMs; now += 25) {
+            head.Follow(Heard(now) + static_cast<std::int64_t>(44.1 * offMs), now * ms);
+        }
+        return static_cast<double>(head.Extrapolate(toMs * ms) - Heard(toMs));
+    }
+
+    PlayHead head;
+    double drift = 0.0;
+    double interruptedMs = 0.0;
+};
+
+} // namespace
+
+TEST(PlayHead, IsWhereTheFirstReportSays) {
+    Device device;
+
+    EXPECT_EQ(device.Report(1000, 1000, 0.0), 0.0);
+}
+
+TEST(PlayHead, StaysWithADeviceWhoseClockDrifts) {
+    for (const double drift : {-3e-4, -1e-4, 1e-4, 3e-4}) {
+        Device device;
+        device.drift = drift;
+
+        for (int from = 0; from < 60'000; from += 1000) {
+            EXPECT_NEAR(device.Report(from, from + 975, 0.0), 0.0, 2.0) << drift;
+        }
+    }
+}
+
+TEST(PlayHead, IsHardlyMovedByReportsThatAreOffForSeconds) {
+    for (const double off : {-5.0, 5.0}) {
+        Device device;
+        device.Report(0, 5000, 0.0);
+
+        const double moved = device.Report(5025, 7000, off);
+
+        EXPECT_GT(off * moved, 0.0);
+        EXPECT_LT(std::abs(moved), 66.0); // 1.5 ms
+    }
+}
+
+TEST(PlayHead, ComesRoundToReportsThatPersist) {
+    Device device;
+    device.Report(0, 5000, 0.0);
+    device.interruptedMs = -8.0;
+
+    EXPECT_NEAR(device.Report(5025, 25'000, 0.0), 0.0, 2.0);
+}
+
+TEST(PlayHead, GoesAtOnceWhereADeviceJumps) {
+    for (const double jump : {-50.0, 50.0}) {
+        Device device;
+        device.Report(0, 5000, 0.0);
+        device.interruptedMs = jump;
+
+        EXPECT_EQ(device.Report(5025, 5025, 0.0), 0.0) << jump;
+    }
+}
+
+TEST(PlayHead, IsNotMovedFarByOneReportAfterASilence) {
+    Device device;
+    device.Report(0, 5000, 0.0);
+
+    EXPECT_LT(std::abs(device.Report(9000, 9000, 5.0)), 5.0);
 }
