@@ -63,12 +63,12 @@ struct Opening {
     std::vector<double> bytes;
 
     void Measure(FMOD::System& system, const char* path) {
-        const double ownBytes = -BytesRead() + BytesRead(); // of looking
-        const double bytesBefore = BytesRead();
+        const double earlier = BytesRead();
+        const double bytesBefore = BytesRead(); // the difference is what looking reads
         const std::int64_t before = sound::MonotonicNs();
         FMOD::Sound* sound = Open(system, path);
         const std::int64_t after = sound::MonotonicNs();
-        bytes.push_back(BytesRead() - bytesBefore - ownBytes);
+        bytes.push_back(BytesRead() - bytesBefore - (bytesBefore - earlier));
         ms.push_back(static_cast<double>(after - before) / 1e6);
         Check(sound->release());
     }

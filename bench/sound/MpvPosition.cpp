@@ -39,7 +39,7 @@ public:
         for (;;) {
             const std::size_t end = received.find('\n');
             if (end != std::string::npos) {
-                const std::string line = received.substr(0, end);
+                std::string line = received.substr(0, end);
                 received.erase(0, end + 1);
                 if (line.find(word) != std::string::npos) {
                     return line;

@@ -13,7 +13,7 @@ namespace bench {
 // Between 16-bit samples and floats, and between decoders.
 static constexpr float tolerance = 0.002F;
 
-[[noreturn]] static void Give(const std::string& path, const char* why) {
+[[noreturn]] static void Fail(const std::string& path, const char* why) {
     std::fprintf(stderr, "%s: %s\n", path.c_str(), why);
     std::exit(2);
 }
@@ -28,13 +28,13 @@ Music::Music(const std::string& path) {
     if (mpg123_open(decoder, path.c_str()) != MPG123_OK ||
         mpg123_getformat(decoder, &rate, &channels, &encoding) != MPG123_OK || rate != rateHz ||
         channels != 2) {
-        Give(path, "is not a 44.1 kHz stereo MP3 file");
+        Fail(path, "is not a 44.1 kHz stereo MP3 file");
     }
     std::array<Frame, 4096> block;
     std::size_t size = 0;
     do {
         if (mpg123_read(decoder, block.data(), sizeof(block), &size) == MPG123_ERR) {
-            Give(path, mpg123_strerror(decoder));
+            Fail(path, mpg123_strerror(decoder));
         }
         frames.insert(frames.end(), block.begin(),
                       block.begin() + static_cast<std::ptrdiff_t>(size / sizeof(Frame)));

@@ -8,11 +8,14 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 #include <unistd.h>
 
@@ -97,7 +100,7 @@ private:
     // Found by what the samples are, near what is heard, so that the answer owes nothing to how the
     // library came by them; -1 while they are not all music.
     std::int64_t EndOfAnalysed() const {
-        constexpr std::int64_t count = 2 * bands;
+        constexpr std::int64_t count = std::int64_t{2} * bands;
         constexpr std::int64_t reach = 4410;
         const float* samples = sound::SystemObject::Of(*playing.system).spectrum.SamplesFor(bands);
         const auto frames = music.Frames();

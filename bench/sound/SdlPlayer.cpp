@@ -9,7 +9,7 @@
 
 int main(int argc, char** argv) {
     if (argc < 2 || SDL_Init(SDL_INIT_AUDIO) != 0 ||
-        Mix_OpenAudio(static_cast<int>(44100), AUDIO_F32SYS, 2, 2048) != 0) {
+        Mix_OpenAudio(44100, AUDIO_F32SYS, 2, 2048) != 0) {
         std::fprintf(stderr, "usage: sdl-player MUSIC [LOG]; %s\n", SDL_GetError());
         return 2;
     }

@@ -20,7 +20,7 @@ static double Percentile(const std::vector<double>& sorted, double share) {
                : sorted[static_cast<std::size_t>(share * static_cast<double>(sorted.size() - 1))];
 }
 
-// What the sink renders after an answer is no part of it: what it had not rendered is left out.
+// Up to the last frame heard, or to where the truth is not known.
 static int ComparePositions(const HeardMusic& heard, const std::vector<Answer>& answers) {
     std::vector<double> errors;
     double worst = 0.0; // pauses and the beginning included
