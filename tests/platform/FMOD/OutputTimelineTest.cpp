@@ -47,7 +47,7 @@ struct Device {
 
     bool Ask(std::int32_t frames, std::int64_t nowNs) {
         std::vector<float> block(2 * static_cast<std::size_t>(frames), -1.0F);
-        const bool wanted = feed.Render(block.data(), frames, Played(nowNs), nowNs);
+        const bool wanted = feed.Render(block.data(), frames, Played(nowNs) + misjudged, nowNs);
         for (std::size_t i = 0; i < block.size(); i += 2) {
             given.push_back(static_cast<std::int64_t>(block[i]));
         }
@@ -68,6 +68,7 @@ struct Device {
 
     DeviceFeed feed;
     std::int64_t startNs;
+    std::int64_t misjudged = 0; ///< frames by which what it says is off
     std::vector<std::int64_t> given;
 };
 
@@ -115,6 +116,21 @@ TEST(OutputTimeline, FeedsADeviceZerosUntilItsClockMoves) {
     EXPECT_FALSE(device.feed.HasFailed());
     EXPECT_TRUE(std::all_of(device.given.begin(), device.given.end(),
                             [](std::int64_t frame) { return frame == 0; }));
+}
+
+TEST(OutputTimeline, KeepsTimeBesideADeviceThatMisjudgesItForASecond) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+    ASSERT_TRUE(timeline.IsSounding());
+
+    device.misjudged = 220; // 5 ms
+    device.RunUntil(now, 2000 * ms);
+
+    EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
+                static_cast<double>(sound::FramesIn(now)), 44.0);
 }
 
 TEST(OutputTimeline, HandsOverToADeviceInStep) {
