@@ -23,7 +23,7 @@ struct LiveOutput {
     }
 
     template <typename Condition>
-    bool WaitFor(std::chrono::milliseconds limit, Condition wanted) {
+    bool WaitFor(std::chrono::nanoseconds limit, Condition wanted) {
         return WaitUntil(std::chrono::steady_clock::now() + limit, wanted);
     }
 

@@ -18,6 +18,11 @@ constexpr std::int64_t FramesIn(std::int64_t ns) {
     return ns * (outputRateHz / 100) / (1'000'000'000 / 100);
 }
 
+/// In ns, the first moment at which @p frames (>= 0) have passed at the output's rate.
+constexpr std::int64_t NsUntil(std::int64_t frames) {
+    return (frames * (1'000'000'000 / 100) + outputRateHz / 100 - 1) / (outputRateHz / 100);
+}
+
 /// What is played. The functions get @p context; it must outlive the output.
 struct Source {
     void* context;

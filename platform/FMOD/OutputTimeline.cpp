@@ -49,6 +49,11 @@ bool OutputTimeline::IsLost(std::int64_t nowNs) noexcept {
            (driverFailed.load() || playHead.Extrapolate(nowNs) > handedOut.load() + graceFrames);
 }
 
+std::int64_t OutputTimeline::PatienceNs(std::int64_t nowNs) const noexcept {
+    const std::int64_t frames = handedOut.load() + graceFrames - playHead.Extrapolate(nowNs);
+    return IsSounding() ? NsUntil(std::max<std::int64_t>(frames + 1, 0)) : 0;
+}
+
 void OutputTimeline::Forget(const DeviceFeed& feed, std::int64_t nowNs) noexcept {
     Enter();
     if (driver.load() == &feed) {

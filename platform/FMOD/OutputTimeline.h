@@ -34,6 +34,10 @@ public:
     /// long, silence takes over at the frame heard now; true when that happened.
     bool FallSilentIfLost(std::int64_t nowNs) noexcept;
 
+    /// Any thread: how long, in ns, until a device that plays now is lost unless it asks for more;
+    /// 0 when none plays.
+    std::int64_t PatienceNs(std::int64_t nowNs) const noexcept;
+
     /// Before @p feed goes away: silence takes over if it is the one that plays.
     void Forget(const DeviceFeed& feed, std::int64_t nowNs) noexcept;
 

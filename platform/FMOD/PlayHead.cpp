@@ -17,19 +17,14 @@ static constexpr std::int64_t parts = 2000;
 static constexpr std::int64_t patienceNs = 8'000'000'000;
 static constexpr std::int64_t longestStepNs = 100'000'000;
 
-// The first moment at which so many frames have passed, FramesIn the other way round.
-static constexpr std::int64_t NsFor(std::int64_t frames) {
-    return (frames * (1'000'000'000 / 100) + outputRateHz / 100 - 1) / (outputRateHz / 100);
-}
-
 void PlayHead::Publish(std::int64_t frames, std::int64_t nowNs) noexcept {
-    beginNs.store(nowNs - NsFor(frames), std::memory_order_relaxed);
+    beginNs.store(nowNs - NsUntil(frames), std::memory_order_relaxed);
     reportedNs = nowNs;
 }
 
 void PlayHead::Follow(std::int64_t frames, std::int64_t nowNs) noexcept {
     const std::int64_t begin = beginNs.load(std::memory_order_relaxed);
-    const std::int64_t reported = nowNs - NsFor(frames);
+    const std::int64_t reported = nowNs - NsUntil(frames);
     if (begin == never || std::abs(reported - begin) > farNs) {
         Publish(frames, nowNs);
         return;

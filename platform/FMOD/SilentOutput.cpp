@@ -4,21 +4,32 @@
 #include "Clock.h"
 #include "LiveOutput.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <functional>
 
 namespace sound {
 
-// A quarter of what silence is rendered ahead, and of what a device has in hand.
+// A quarter of what silence is rendered ahead.
 static constexpr std::chrono::milliseconds period{25};
+
+// What a device has in hand. One that reports an error is noticed before that is heard to its end.
+static constexpr std::chrono::milliseconds longestPeriod{100};
 
 // How long a device that neither plays nor fails may be on its way until the viewer is told.
 static constexpr int patientPeriods = 80;
 
+// While a device plays there is nothing to do but to see in time that it does not any more.
+static std::chrono::nanoseconds Pause(const OutputTimeline& timeline) {
+    const std::chrono::nanoseconds patience(timeline.PatienceNs(MonotonicNs()));
+    return std::clamp<std::chrono::nanoseconds>(patience, period, longestPeriod);
+}
+
 static void Run(LiveOutput& output) {
     int silentPeriods = 0;
     bool told = false;
-    while (output.WaitFor(period, [] { return false; })) {
+    while (output.WaitFor(Pause(output.timeline), [] { return false; })) {
         const std::int64_t nowNs = MonotonicNs();
         if (output.timeline.FallSilentIfLost(nowNs)) {
             output.Wake(); // the device thread, to end that device

@@ -226,6 +226,23 @@ TEST(OutputTimeline, GoesOnSilentlyWhenTheDeviceAsksForNothingAnyMore) {
     }
 }
 
+TEST(OutputTimeline, TellsWhenADeviceThatAsksForNothingMoreIsLost) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    EXPECT_EQ(timeline.PatienceNs(now), 0);
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+
+    const std::int64_t lostNs = now + timeline.PatienceNs(now);
+
+    EXPECT_FALSE(timeline.FallSilentIfLost(lostNs - ms));
+    EXPECT_LT(timeline.PatienceNs(lostNs - ms), 2 * ms);
+    EXPECT_EQ(timeline.PatienceNs(lostNs + ms), 0);
+    EXPECT_TRUE(timeline.FallSilentIfLost(lostNs));
+    EXPECT_EQ(timeline.PatienceNs(lostNs), 0);
+}
+
 TEST(OutputTimeline, GivesALostDeviceNothingMore) {
     Counter counter;
     OutputTimeline timeline(counter.AsSource(), 0);
