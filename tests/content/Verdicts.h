@@ -1,0 +1,23 @@
+// Figures held to bounds, a line each.
+#pragma once
+
+#include <limits>
+#include <string>
+
+namespace content {
+
+inline constexpr double unbounded = std::numeric_limits<double>::infinity();
+
+class Verdicts {
+public:
+    /// Prints @p name, @p value, @p unit and whether the value lies in [@p low, @p high].
+    void Hold(const std::string& name, double value, const std::string& unit, double low,
+              double high);
+
+    /// Prints a figure that has no bounds.
+    static void Tell(const std::string& name, double value, const std::string& unit);
+
+    bool allPass = true;
+};
+
+} // namespace content
