@@ -59,7 +59,7 @@ static int ComparePositions(const HeardMusic& heard, const std::vector<Answer>& 
     return 0;
 }
 
-// A dropout: between its first frame and its last the music did not run on.
+// A dropout: the music did not run on, or ended too early, or was not heard at all.
 static int CountDropouts(const HeardMusic& heard, const bench::Music& music) {
     int dropouts = 0;
     std::int64_t silent = 0;
@@ -77,9 +77,12 @@ static int CountDropouts(const HeardMusic& heard, const bench::Music& music) {
         pending = 0;
         lastFrame = stretch.musicFrame + stretch.count;
     }
+    const std::int64_t missing = std::ssize(music.Frames()) - std::max<std::int64_t>(lastFrame, 0);
+    dropouts += missing > 0 ? 1 : 0;
+    silent += missing;
     std::printf("dropouts=%d lost=%.1f heard=%.1f music=%.1f\n", dropouts,
                 static_cast<double>(silent) * 1000.0 / bench::rateHz,
-                static_cast<double>(lastFrame) * 1000.0 / bench::rateHz,
+                static_cast<double>(std::max<std::int64_t>(lastFrame, 0)) * 1000.0 / bench::rateHz,
                 static_cast<double>(music.Frames().size()) * 1000.0 / bench::rateHz);
     return 0;
 }
