@@ -16,8 +16,8 @@ namespace sound {
 // they would stay resident.
 static constexpr int largestStoredBytes = 128 * 1024;
 
-// 100 ms: half of it drops out beside busy processes.
-static constexpr std::uint32_t latencyFrames = outputRateHz / 10;
+// 200 ms: beside busy processes a callback may be more than 100 ms late.
+static constexpr std::uint32_t latencyFrames = outputRateHz / 5;
 
 void CubebOutput::DeleteContext::operator()(cubeb* owned) const {
     cubeb_destroy(owned);
