@@ -150,6 +150,12 @@ void HeardMusic::Recognise(const Music& music) {
             musicFrame = *place + begin - at;
             end = FollowMusic(music, begin, musicFrame);
         }
+        if (place && end <= at && *place > 0 && begin < at) { // its beginning was not heard
+            Cut(begin);
+            stretches.push_back({Stretch::Kind::Silent, begin, at - begin, 0});
+            musicFrame = *place;
+            end = FollowMusic(music, at, musicFrame);
+        }
         at = end > at ? end : PassUnknown(at, musicFrame);
     }
 }

@@ -64,25 +64,25 @@ static int CountDropouts(const HeardMusic& heard, const bench::Music& music) {
     int dropouts = 0;
     std::int64_t silent = 0;
     std::int64_t pending = 0;
-    std::int64_t lastFrame = -1;
+    std::int64_t lastFrame = 0;
     for (const HeardMusic::Stretch& stretch : heard.Stretches()) {
         if (stretch.kind != Kind::Runs) {
             pending += stretch.count;
             continue;
         }
-        if (lastFrame >= 0 && (pending > 0 || stretch.musicFrame != lastFrame)) {
+        if (stretch.musicFrame != lastFrame || (lastFrame > 0 && pending > 0)) {
             ++dropouts;
-            silent += pending;
+            silent += lastFrame > 0 ? pending : stretch.musicFrame;
         }
         pending = 0;
         lastFrame = stretch.musicFrame + stretch.count;
     }
-    const std::int64_t missing = std::ssize(music.Frames()) - std::max<std::int64_t>(lastFrame, 0);
+    const std::int64_t missing = std::ssize(music.Frames()) - lastFrame;
     dropouts += missing > 0 ? 1 : 0;
     silent += missing;
     std::printf("dropouts=%d lost=%.1f heard=%.1f music=%.1f\n", dropouts,
                 static_cast<double>(silent) * 1000.0 / bench::rateHz,
-                static_cast<double>(std::max<std::int64_t>(lastFrame, 0)) * 1000.0 / bench::rateHz,
+                static_cast<double>(lastFrame) * 1000.0 / bench::rateHz,
                 static_cast<double>(music.Frames().size()) * 1000.0 / bench::rateHz);
     return 0;
 }

@@ -111,6 +111,17 @@ TEST_F(HeardMusicTest, SeesTheMusicStandStillAndGoOn) {
     ExpectHeard(heard, 40'000, 37'300);
 }
 
+TEST_F(HeardMusicTest, FindsMusicWhoseBeginningWasNotHeard) {
+    PlayZeros(40'000);
+    Play(30'000, 60'000);
+
+    const HeardMusic heard = Read();
+
+    EXPECT_EQ(heard.BeginNs() / 1000, NsOf(40'000) / 1000);
+    ExpectHeard(heard, 39'000, 0);
+    ExpectHeard(heard, 45'000, 35'000);
+}
+
 TEST_F(HeardMusicTest, SeesTheMusicJump) {
     PlayZeros(2000);
     Play(0, 30'000);
