@@ -85,7 +85,9 @@ FMOD_RESULT Channel::getPosition(unsigned int* position, FMOD_TIMEUNIT unit) {
         return FMOD_ERR_INVALID_PARAM;
     }
     const MusicTime::Moment heard = self.Heard();
-    *position = static_cast<unsigned int>(heard.musicFrame * 1000 / sound::outputRateHz);
+    // To the nearest: rounded down, the clock would be half a millisecond late on average.
+    *position = static_cast<unsigned int>((heard.musicFrame * 1000 + sound::outputRateHz / 2) /
+                                          sound::outputRateHz);
     return heard.course == MusicTime::Course::Broken ? FMOD_ERR_FILE_BAD : FMOD_OK;
 }
 

@@ -96,19 +96,19 @@ TEST_F(ChannelTest, IsAsLongAsTheFileWhateverItsRate) {
     EXPECT_EQ(Position(channel), 2000U);
 }
 
-TEST_F(ChannelTest, TellsWhatIsHeardInWholeMilliseconds) {
+TEST_F(ChannelTest, TellsWhatIsHeardToTheNearestMillisecond) {
     FMOD::Channel* channel = PlayTone(441.0, 44100);
     script::Pull(20000);
 
     script::SetHeard(0);
     EXPECT_EQ(Position(channel), 0U);
-    script::SetHeard(44);
+    script::SetHeard(22); // 0.4989 ms
     EXPECT_EQ(Position(channel), 0U);
-    script::SetHeard(45);
+    script::SetHeard(23); // 0.5215 ms
     EXPECT_EQ(Position(channel), 1U);
-    script::SetHeard(4409);
+    script::SetHeard(4387); // 99.478 ms
     EXPECT_EQ(Position(channel), 99U);
-    script::SetHeard(4410);
+    script::SetHeard(4432); // 100.499 ms
     EXPECT_EQ(Position(channel), 100U);
 }
 
@@ -128,9 +128,10 @@ TEST_F(ChannelTest, PlaysUntilTheLastFrameWasHeardAndStaysThere) {
     FMOD::Channel* channel = PlayTone(441.0, 44100);
     script::Pull(50000);
 
+    script::SetHeard(44070);
+    EXPECT_EQ(Position(channel), 999U);
     script::SetHeard(44099);
     EXPECT_TRUE(IsPlaying(channel));
-    EXPECT_EQ(Position(channel), 999U);
     script::SetHeard(44100);
     EXPECT_FALSE(IsPlaying(channel));
     EXPECT_EQ(Position(channel), 1000U);
@@ -165,7 +166,7 @@ TEST_F(ChannelTest, PlaysAgainFromTheBeginning) {
     script::HearAll();
 
     EXPECT_EQ(again, first);
-    EXPECT_EQ(Position(channel), 20000U * 10 / 441);
+    EXPECT_EQ(Position(channel), 454U); // 453.515 ms
 }
 
 TEST_F(ChannelTest, TakesAVolumeThatIsSetBeforeTheFirstFrameFromThere) {

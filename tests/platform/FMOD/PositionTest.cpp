@@ -5,6 +5,7 @@
 #include "Tone.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <random>
 #include <vector>
@@ -129,7 +130,8 @@ protected:
     void ExpectThePositionCounted() {
         const auto frames = counted.before[static_cast<std::size_t>(heard)];
         const auto position = static_cast<std::int64_t>(Position(channel));
-        EXPECT_EQ(position, frames * 1000 / 44100) << "at output frame " << heard;
+        EXPECT_EQ(position, std::lround(static_cast<double>(frames) / 44.1))
+            << "at output frame " << heard;
         EXPECT_EQ(IsPlaying(channel), !counted.IsOver(heard)) << "at output frame " << heard;
         EXPECT_GE(position, latest);
         latest = position;
