@@ -10,6 +10,9 @@
 #include <optional>
 #include <thread>
 
+#include <pthread.h>
+#include <sched.h>
+
 namespace sound {
 
 static constexpr std::chrono::seconds retryPeriod{1};
@@ -75,8 +78,17 @@ static bool RunDevice(LiveOutput& output) {
     return running;
 }
 
+// The thread of the output callback is made by this one and inherits what it has. Where that may
+// not be asked for, it waits its turn beside other busy processes.
+static void AskForPriority() {
+    sched_param parameters = {};
+    parameters.sched_priority = sched_get_priority_min(SCHED_RR);
+    pthread_setschedparam(pthread_self(), SCHED_RR, &parameters);
+}
+
 // A device that was lost is opened again at once: it may only have been late.
 static void Run(const std::shared_ptr<LiveOutput>& output) {
+    AskForPriority();
     bool running = true;
     while (running) {
         const auto next = std::chrono::steady_clock::now() + retryPeriod;
