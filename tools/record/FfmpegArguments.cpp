@@ -1,0 +1,94 @@
+// How the program ffmpeg is called.
+#include "FfmpegArguments.h"
+
+#include "VirtualTime.h"
+
+namespace record {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+void Append(Arguments& arguments, const Arguments& more) {
+    arguments.insert(arguments.end(), more.begin(), more.end());
+}
+
+Arguments PictureInput(const VideoFormat& format, int descriptor) {
+    const std::string size = std::to_string(format.width) + "x" + std::to_string(format.height);
+    return {"-f",
+            "rawvideo",
+            "-pixel_format",
+            "rgb0",
+            "-video_size",
+            size,
+            "-framerate",
+            std::to_string(1000 / picturePeriodMs),
+            "-i",
+            "pipe:" + std::to_string(descriptor)};
+}
+
+Arguments SoundInput(int descriptor) {
+    return {"-f",  "f32le", "-ar", std::to_string(sound::outputRateHz),
+            "-ac", "2",     "-i",  "pipe:" + std::to_string(descriptor)};
+}
+
+Arguments Colours() {
+    // OpenGL's lowest row comes first. Left to itself the scaler would take the colours of an older
+    // standard than the one that the file names.
+    return {"-vf",
+            "vflip,scale=out_color_matrix=bt709:out_range=tv:"
+            "flags=accurate_rnd+full_chroma_int+full_chroma_inp,format=yuv420p",
+            "-colorspace",
+            "bt709",
+            "-color_primaries",
+            "bt709",
+            "-color_trc",
+            "bt709",
+            "-color_range",
+            "tv"};
+}
+
+Arguments H264() {
+    return {"-c:v", "libx264", "-preset", "medium", "-crf", "16", "-profile:v", "high", "-g", "40"};
+}
+
+Arguments Vp9() {
+    return {"-c:v", "libvpx-vp9", "-crf", "20", "-b:v", "0",       "-deadline",
+            "good", "-cpu-used",  "4",    "-g", "40",   "-row-mt", "1"};
+}
+
+Arguments Opus() {
+    return {"-c:a", "libopus", "-b:a", "256k"};
+}
+
+Arguments CodecsAndContainer(const std::string& extension) {
+    Arguments all = extension == "webm" ? Vp9() : H264();
+    if (extension == "mp4") {
+        Append(all, {"-c:a", "aac", "-b:a", "320k", "-movflags", "+faststart", "-f", "mp4"});
+    } else {
+        Append(all, Opus());
+        Append(all, {"-f", extension == "mkv" ? "matroska" : "webm"});
+    }
+    return all;
+}
+
+} // namespace
+
+std::vector<std::string> FfmpegArguments(const VideoFormat& format, int pictures, int sound,
+                                         const std::string& path) {
+    Arguments all = {"ffmpeg", "-hide_banner", "-nostdin", "-loglevel", "error", "-xerror", "-y"};
+    // It opens one input after the other: looking far into one it would wait for what comes only
+    // after what it does not read of the other.
+    const Arguments atFirstSight = {"-probesize", "32", "-analyzeduration", "0"};
+    Append(all, atFirstSight);
+    Append(all, PictureInput(format, pictures));
+    Append(all, atFirstSight);
+    Append(all, SoundInput(sound));
+    Append(all, {"-map", "0:v", "-map", "1:a"});
+    Append(all, Colours());
+    Append(all, CodecsAndContainer(format.extension));
+    all.push_back("file:" + path);
+    return all;
+}
+
+} // namespace record

@@ -1,0 +1,35 @@
+// A pipe to another program.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+namespace record {
+
+class Pipe {
+public:
+    /// Neither end is passed on to programs that are started, unless they are told to take it.
+    /// Throws std::system_error.
+    Pipe();
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+    ~Pipe();
+
+    int ReadingEnd() const { return readingEnd; }
+    int WritingEnd() const { return writingEnd; }
+
+    void CloseReadingEnd() { Close(readingEnd); }
+    void CloseWritingEnd() { Close(writingEnd); }
+
+    /// Writes as much as fits in without waiting; how many bytes that was, or none when nobody
+    /// reads any more.
+    std::optional<std::size_t> Write(const void* bytes, std::size_t count) const;
+
+private:
+    static void Close(int& descriptor);
+
+    int readingEnd = -1; // -1: closed
+    int writingEnd = -1;
+};
+
+} // namespace record

@@ -1,0 +1,14 @@
+// A picture as a PNG file.
+#pragma once
+
+#include <string>
+
+namespace record {
+
+struct Picture;
+
+/// Writes @p picture to the file @p path. Throws std::runtime_error, whose text leaves out the
+/// path.
+void WritePng(const Picture& picture, const std::string& path);
+
+} // namespace record
