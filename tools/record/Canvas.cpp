@@ -6,6 +6,7 @@
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
 #include <GL/gl.h>
+#include <GL/glext.h>
 
 #include <cstdlib>
 #include <stdexcept>
@@ -70,6 +71,10 @@ Canvas::Canvas(int width, int height) {
     glGetIntegerv(GL_MAX_VIEWPORT_DIMS, largest);
     Require(width <= largest[0] && height <= largest[1],
             "picture larger than " + std::to_string(largest[0]) + "x" + std::to_string(largest[1]));
+}
+
+void Canvas::Use(bool drawn) const {
+    (drawn ? glDisable : glEnable)(GL_RASTERIZER_DISCARD);
 }
 
 void Canvas::Read(Picture& picture) const {

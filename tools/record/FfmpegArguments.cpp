@@ -49,7 +49,8 @@ Arguments Colours() {
 }
 
 Arguments H264() {
-    return {"-c:v", "libx264", "-preset", "medium", "-crf", "16", "-profile:v", "high", "-g", "40"};
+    return {"-c:v", "libx264",    "-preset", "veryfast", "-crf",
+            "14",   "-profile:v", "high",    "-g",       "40"};
 }
 
 Arguments Vp9() {

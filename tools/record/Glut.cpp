@@ -25,6 +25,7 @@ void (*reshape)(int, int) = nullptr;
 
 void Redisplay() {
     redisplayPosted = false;
+    window.prepare(nowMs, true);
     display();
     window.show(nowMs);
 }
@@ -34,6 +35,7 @@ void RunTimer() {
     timer.reset();
     nowMs = due.dueMs;
     window.pass(nowMs);
+    window.prepare(nowMs, false); // the redisplay that it posts comes at the same time
     due.callback(due.value);
 }
 

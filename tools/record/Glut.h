@@ -17,7 +17,10 @@ struct Window {
     /// Time passes: @p ms since the start, which is the window's first picture.
     std::function<void(std::int64_t ms)> pass;
 
-    /// A picture is to be seen at @p ms, the latest drawn if there were several.
+    /// What is drawn next, at @p ms, is for the viewer's eyes, or is drawn over unseen.
+    std::function<void(std::int64_t ms, bool seen)> prepare;
+
+    /// What was drawn last is to be seen at @p ms.
     std::function<void(std::int64_t ms)> show;
 };
 

@@ -32,6 +32,9 @@ public:
     /// The show's next picture, shown at @p ms; it is read only if it is wanted.
     void AddPicture(std::int64_t ms, const ReadPicture& read);
 
+    /// Whether the picture at @p ms is to be recorded.
+    bool Wants(std::int64_t ms) const;
+
     std::int64_t PicturesAdded() const { return picturesAdded; }
 
     /// How many pictures are to be added until HasAll, or until the show ends by itself.
@@ -62,7 +65,6 @@ private:
     };
 
     bool WantsWholeShow() const;
-    bool Wants(std::int64_t ms) const;
     void WriteStills(std::int64_t ms);
     void WriteFrame();
 

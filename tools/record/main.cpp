@@ -73,6 +73,11 @@ void Wire(const Options& options) {
                .height = options.height,
                .open = [options] { canvas = new Canvas(options.width, options.height); },
                .pass = PlaySoundUntil,
+               .prepare =
+                   [](std::int64_t ms, bool seen) {
+                       canvas->Use(seen &&
+                                   recording->Wants(ms)); // each picture begins with a clear
+                   },
                .show = [](std::int64_t ms) { ShowPicture(*canvas, ms); }});
     ListenToSound([](std::span<const float> samples) { recording->AddSound(samples); });
 }
