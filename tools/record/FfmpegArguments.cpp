@@ -58,17 +58,16 @@ Arguments Vp9() {
             "good", "-cpu-used",  "4",    "-g", "40",   "-row-mt", "1"};
 }
 
-Arguments Opus() {
-    return {"-c:a", "libopus", "-b:a", "256k"};
-}
-
 Arguments CodecsAndContainer(const std::string& extension) {
     Arguments all = extension == "webm" ? Vp9() : H264();
     if (extension == "mp4") {
         Append(all, {"-c:a", "aac", "-b:a", "320k", "-movflags", "+faststart", "-f", "mp4"});
+    } else if (extension == "mkv") {
+        Append(all, {"-c:a", "flac", "-sample_fmt", "s32", "-bits_per_raw_sample", "24"});
+        Append(all, {"-f", "matroska"});
     } else {
-        Append(all, Opus());
-        Append(all, {"-f", extension == "mkv" ? "matroska" : "webm"});
+        // Not Opus: ffmpeg 5 forgets its lead-in, and the sound is 7 ms early.
+        Append(all, {"-c:a", "libvorbis", "-q:a", "8", "-f", "webm"});
     }
     return all;
 }

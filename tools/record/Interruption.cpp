@@ -19,8 +19,12 @@ void Note(int signal) {
 void NoteInterruptions() {
     for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
         struct sigaction action = {};
-        action.sa_handler = Note; // without SA_RESTART: whoever waits is to look
-        sigaction(signal, &action, nullptr);
+        sigaction(signal, nullptr, &action);
+        if (action.sa_handler != SIG_IGN) { // as under nohup
+            action = {};
+            action.sa_handler = Note; // without SA_RESTART: whoever waits is to look
+            sigaction(signal, &action, nullptr);
+        }
     }
 }
 

@@ -3,7 +3,7 @@
 
 namespace record {
 
-/// From now on the signals that ask a program to end are only noted.
+/// From now on the signals that ask a program to end are only noted; those ignored stay so.
 void NoteInterruptions();
 
 /// Throws std::runtime_error once such a signal came.
