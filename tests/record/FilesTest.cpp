@@ -1,0 +1,147 @@
+// The files that a recording leaves, one by one.
+#include "Picture.h"
+#include "PictureComparison.h"
+#include "PngWriter.h"
+#include "UnfinishedFile.h"
+#include "WavFile.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+
+using record::Picture;
+using record::UnfinishedFile;
+using record::WavFile;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Files : public testing::Test {
+protected:
+    Files() {
+        std::string name = testing::TempDir() + "record.XXXXXX";
+        if (mkdtemp(name.data()) == nullptr) {
+            throw std::runtime_error("no folder to write to");
+        }
+        folder = name;
+    }
+    ~Files() override { fs::remove_all(folder); }
+
+    std::string Path(const std::string& name) const { return folder / name; }
+
+    static void Write(const std::string& path, const std::string& text) {
+        std::ofstream(path) << text;
+    }
+
+    static std::string Read(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+
+    std::ptrdiff_t Count() const {
+        return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
+    }
+
+    fs::path folder;
+};
+
+TEST_F(Files, UnfinishedOneHasItsNameOnlyOnceItIsKept) {
+    UnfinishedFile file(Path("a"));
+    Write(file.Path(), "whole");
+    EXPECT_FALSE(fs::exists(Path("a")));
+    file.Keep();
+    EXPECT_EQ(Read(Path("a")), "whole");
+    EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(Files, UnfinishedOneGoesAndLeavesTheFormerAsItWas) {
+    Write(Path("a"), "former");
+    {
+        UnfinishedFile file(Path("a"));
+        Write(file.Path(), "half");
+    }
+    EXPECT_EQ(Read(Path("a")), "former");
+    EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(Files, KeptOneTakesThePlaceOfTheFormer) {
+    Write(Path("a"), "former");
+    UnfinishedFile file(Path("a"));
+    Write(file.Path(), "new");
+    file.Keep();
+    EXPECT_EQ(Read(Path("a")), "new");
+}
+
+TEST_F(Files, NeitherFolderNorDeviceIsReplaced) {
+    fs::create_directory(Path("folder"));
+    EXPECT_THROW(UnfinishedFile(Path("folder")), std::runtime_error);
+    EXPECT_THROW(UnfinishedFile("/dev/null"), std::runtime_error);
+    EXPECT_THROW(UnfinishedFile(Path("none/a")), std::runtime_error);
+    EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(Files, PngHasThePicturesRowsFromTheTopDown) {
+    Picture picture(2, 3);
+    for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+        picture.pixels[i] = static_cast<unsigned char>(10 * i); // alpha is left out
+    }
+    record::WritePng(picture, Path("a.png"));
+    const recordtest::Image image = recordtest::ReadPng(Path("a.png"));
+    EXPECT_EQ(image.width, 2);
+    EXPECT_EQ(image.height, 3);
+    EXPECT_EQ(image.bytes, (std::vector<unsigned char>{160, 170, 180, 200, 210, 220, //
+                                                       80, 90, 100, 120, 130, 140,   //
+                                                       0, 10, 20, 40, 50, 60}));
+}
+
+TEST_F(Files, PngThatCannotBeWrittenIsSaid) {
+    EXPECT_THROW(record::WritePng(Picture(2, 2), Path("none/a.png")), std::runtime_error);
+}
+
+template <typename Number>
+Number At(const std::string& bytes, std::size_t offset) {
+    Number number = 0;
+    std::memcpy(&number, bytes.data() + offset, sizeof(number));
+    return number;
+}
+
+TEST_F(Files, WavTellsWhatItHoldsAndHoldsTheSamples) {
+    const std::array<float, 4> samples = {0.5F, -0.25F, 1.0F, -1.0F};
+    WavFile wav(Path("a.wav"));
+    wav.Add(samples);
+    wav.Add(samples);
+    wav.Finish();
+    const std::string bytes = Read(Path("a.wav"));
+    ASSERT_EQ(bytes.size(), 56U + 32U);
+    EXPECT_EQ(bytes.substr(0, 4), "RIFF");
+    EXPECT_EQ(At<std::uint32_t>(bytes, 4), bytes.size() - 8);
+    EXPECT_EQ(bytes.substr(8, 8), "WAVEfmt ");
+    EXPECT_EQ(At<std::uint16_t>(bytes, 20), 3) << "float";
+    EXPECT_EQ(At<std::uint16_t>(bytes, 22), 2) << "channels";
+    EXPECT_EQ(At<std::uint32_t>(bytes, 24), 44100U);
+    EXPECT_EQ(At<std::uint32_t>(bytes, 28), 44100U * 8);
+    EXPECT_EQ(At<std::uint16_t>(bytes, 32), 8);
+    EXPECT_EQ(At<std::uint16_t>(bytes, 34), 32);
+    EXPECT_EQ(At<std::uint32_t>(bytes, 44), 4U) << "frames";
+    EXPECT_EQ(bytes.substr(48, 4), "data");
+    EXPECT_EQ(At<std::uint32_t>(bytes, 52), 32U);
+    EXPECT_EQ(At<float>(bytes, 56), 0.5F);
+    EXPECT_EQ(At<float>(bytes, 84), -1.0F);
+}
+
+TEST_F(Files, WavThatCannotBeWrittenIsSaid) {
+    EXPECT_THROW(WavFile(Path("none/a.wav")), std::runtime_error);
+    WavFile wav("/dev/full");
+    wav.Add(std::array<float, 2>{});
+    EXPECT_THROW(wav.Finish(), std::runtime_error);
+}
+
+} // namespace

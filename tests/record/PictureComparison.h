@@ -1,0 +1,34 @@
+// Whether two pictures of the show are the same to the eye, though not drawn by the same OpenGL.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace recordtest {
+
+struct Image {
+    int width = 0;
+    int height = 0;
+    std::vector<unsigned char> bytes; ///< red, green, blue; rows from the top down
+
+    bool operator==(const Image&) const = default;
+};
+
+/// Both throw std::runtime_error.
+Image ReadPng(const std::string& path);
+void WritePng(const Image& image, const std::string& path);
+
+struct Difference {
+    double farPixels = 0;  ///< the share of pixels a channel of which differs by more than 3
+    double blurred = 0;    ///< the largest difference of a channel's mean over 8 by 8 pixels
+    std::string complaint; ///< empty: the same
+};
+
+/// The same are pictures of one size in which at most 1 pixel of 200 is far, and those few are
+/// edges that moved by a pixel, and no part of the show that is another.
+Difference Compare(const Image& expected, const Image& actual);
+
+/// The two pictures and, below, how far they differ: black where not, white where by 32 or more.
+Image ShowDifference(const Image& expected, const Image& actual);
+
+} // namespace recordtest
