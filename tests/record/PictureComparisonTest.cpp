@@ -23,9 +23,13 @@ Image Pattern() {
     return image;
 }
 
-void Add(Image& image, int x, int y, int channel, int amount) {
-    unsigned char& byte =
-        image.bytes[static_cast<std::size_t>(3 * (y * image.width + x) + channel)];
+std::size_t ByteIndex(const Image& image, int x, int y) {
+    const auto width = static_cast<std::size_t>(image.width);
+    return 3 * (static_cast<std::size_t>(y) * width + static_cast<std::size_t>(x));
+}
+
+void Add(Image& image, int x, int y, std::size_t channel, int amount) {
+    unsigned char& byte = image.bytes.at(ByteIndex(image, x, y) + channel);
     byte = static_cast<unsigned char>(std::clamp(byte + amount, 0, 255));
 }
 
@@ -33,7 +37,7 @@ TEST(PictureComparison, TakesRoundingForTheSame) {
     Image other = Pattern();
     for (int y = 0; y < other.height; ++y) {
         for (int x = 0; x < other.width; ++x) {
-            Add(other, x, y, (x + y) % 3, (x * y) % 7 - 3);
+            Add(other, x, y, static_cast<std::size_t>(x + y) % 3, (x * y) % 7 - 3);
         }
     }
     EXPECT_EQ(Compare(Pattern(), other).complaint, "");
@@ -43,7 +47,7 @@ TEST(PictureComparison, TakesRoundingForTheSame) {
 TEST(PictureComparison, TakesAFewPixelsAtEdgesForTheSame) {
     Image other = Pattern();
     for (int i = 0; i < 250; ++i) { // 0.2 %, never five of them close together
-        Add(other, i * 383 / 250, (i * 37) % 288, i % 3, 200);
+        Add(other, i * 383 / 250, (i * 37) % 288, static_cast<std::size_t>(i) % 3, 200);
     }
     EXPECT_EQ(Compare(Pattern(), other).complaint, "");
 }
@@ -73,7 +77,7 @@ TEST(PictureComparison, FindsAPictureUpsideDownOrOfAnotherSize) {
     EXPECT_NE(Compare(Pattern(), other).complaint, "");
     other = Pattern();
     other.height -= 1;
-    other.bytes.resize(other.bytes.size() - 3 * 384);
+    other.bytes.resize(other.bytes.size() - std::size_t{3} * 384);
     EXPECT_NE(Compare(Pattern(), other).complaint, "");
 }
 
@@ -82,11 +86,8 @@ TEST(PictureComparison, ShowsWhereTheDifferenceIs) {
     Add(other, 5, 6, 1, 100);
     const Image shown = recordtest::ShowDifference(Pattern(), other);
     ASSERT_EQ(shown.height, 3 * 288);
-    const auto at = [&shown](int x, int y) {
-        return shown.bytes[static_cast<std::size_t>(3 * (y * shown.width + x))];
-    };
-    EXPECT_EQ(at(5, 2 * 288 + 6), 255);
-    EXPECT_EQ(at(6, 2 * 288 + 6), 0);
+    EXPECT_EQ(shown.bytes.at(ByteIndex(shown, 5, 2 * 288 + 6)), 255);
+    EXPECT_EQ(shown.bytes.at(ByteIndex(shown, 6, 2 * 288 + 6)), 0);
 }
 
 } // namespace

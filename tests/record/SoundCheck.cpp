@@ -72,7 +72,7 @@ int PrintLag(const std::string& wav, const std::string& raw) {
     constexpr int farthest = 3000;
     const Samples one = Read(wav, wavHeaderBytes);
     const Samples other = Read(raw, 0);
-    if (one.size() < 2 * (begin + length) || other.size() < 2 * (begin + length + farthest)) {
+    if (one.size() / 2 < begin + length || other.size() / 2 < begin + length + farthest) {
         throw std::runtime_error("too short to compare");
     }
     int best = 0;

@@ -70,8 +70,9 @@ void Render(void* context, float* block, std::int32_t frames) noexcept {
     auto& counting = *static_cast<Counting*>(context);
     for (std::int32_t i = 0; i < frames; ++i, ++counting.frames) {
         const bool ready = counting.frames < counting.ready;
-        block[2 * i] = ready ? static_cast<float>(counting.frames) : -1.0F;
-        block[2 * i + 1] = -block[2 * i];
+        const float number = ready ? static_cast<float>(counting.frames) : -1.0F;
+        *block++ = number;
+        *block++ = -number;
     }
 }
 

@@ -74,6 +74,7 @@ Encoder::~Encoder() {
 
 void Encoder::Start(const std::vector<std::string>& arguments) {
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments) {
         pointers.push_back(const_cast<char*>(argument.c_str())); // as posix_spawn will have it
     }

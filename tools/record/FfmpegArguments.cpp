@@ -35,17 +35,18 @@ Arguments SoundInput(int descriptor) {
 Arguments Colours() {
     // OpenGL's lowest row comes first. Left to itself the scaler would take the colours of an older
     // standard than the one that the file names.
+    const std::string flags = "accurate_rnd+full_chroma_int+full_chroma_inp";
+    const std::string scale = "scale=out_color_matrix=bt709:out_range=tv:flags=" + flags;
     return {"-vf",
-            "vflip,scale=out_color_matrix=bt709:out_range=tv:"
-            "flags=accurate_rnd+full_chroma_int+full_chroma_inp,format=yuv420p",
+            "vflip," + scale + ",format=yuv420p",
             "-colorspace",
             "bt709",
-            "-color_primaries",
-            "bt709",
+            "-color_range",
+            "tv",
             "-color_trc",
             "bt709",
-            "-color_range",
-            "tv"};
+            "-color_primaries",
+            "bt709"};
 }
 
 Arguments H264() {
