@@ -86,9 +86,9 @@ FullDiskEndsTheRecording() {
     run 1 limited --wav show.wav
     expect_said "show.wav: File too large"
     run 1 limited --size 640x480 --still 0=a.png
-    expect_said "a.png: "
+    expect_said "a.png: File too large"
     run 1 limited --size 640x480 --frames frames
-    expect_said "frames/00000.png: "
+    expect_said "frames/00000.png: File too large"
     run 1 limited --size 320x240 show.mp4
     expect_said "show.mp4: ffmpeg ended"
     run 1 limited --size 320x240 show.mkv

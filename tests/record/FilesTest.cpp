@@ -104,6 +104,7 @@ TEST_F(Files, PngHasThePicturesRowsFromTheTopDown) {
 
 TEST_F(Files, PngThatCannotBeWrittenIsSaid) {
     EXPECT_THROW(record::WritePng(Picture(2, 2), Path("none/a.png")), std::runtime_error);
+    EXPECT_THROW(record::WritePng(Picture(200, 200), "/dev/full"), std::runtime_error);
 }
 
 template <typename Number>
