@@ -15,8 +15,8 @@ constexpr std::int64_t PicturesUntil(std::int64_t ms) {
     return ms / picturePeriodMs + 1;
 }
 
-/// How many frames of sound are heard once @p ms (>= 0) have passed. Rounded up: the sound library
-/// rounds its position down, and is to answer @p ms.
+/// How many frames of sound are heard once @p ms (>= 0) have passed, rounded up: the sound library,
+/// which tells the nearest millisecond, answers @p ms.
 constexpr std::int64_t FramesUntil(std::int64_t ms) {
     return (ms * sound::outputRateHz + 999) / 1000;
 }
