@@ -291,5 +291,6 @@ headless_geometry() {
 }
 
 headless_screenshot() {
-    import -window "${2:-root}" "$1"
+    # Of a window that has just gone, import would wait for a click.
+    timeout 20 import -window "${2:-root}" "$1"
 }
