@@ -50,8 +50,8 @@ Arguments Colours() {
 }
 
 Arguments H264() {
-    return {"-c:v", "libx264",    "-preset", "veryfast", "-crf",
-            "14",   "-profile:v", "high",    "-g",       "40"};
+    return {"-c:v", "libx264",    "-preset", "superfast", "-crf",
+            "18",   "-profile:v", "high",    "-g",        "40"};
 }
 
 Arguments Vp9() {
