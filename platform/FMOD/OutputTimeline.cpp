@@ -6,7 +6,7 @@
 
 namespace sound {
 
-// Silence is rendered as far ahead as a device would: a late watching thread does no harm.
+// How far ahead silence is rendered: a watching thread that is a little late does no harm.
 static constexpr std::int64_t silenceAhead = outputRateHz / 10;
 
 // How long a device may ask for nothing after all it had must have been heard.

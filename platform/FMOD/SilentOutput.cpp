@@ -14,7 +14,7 @@ namespace sound {
 // A quarter of what silence is rendered ahead.
 static constexpr std::chrono::milliseconds period{25};
 
-// What a device has in hand. One that reports an error is noticed before that is heard to its end.
+// Half of what a device has in hand: one that reports an error is noticed before that is used up.
 static constexpr std::chrono::milliseconds longestPeriod{100};
 
 // How long a device that neither plays nor fails may be on its way until the viewer is told.
