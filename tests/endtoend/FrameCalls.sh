@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The OpenGL calls of real frames, as traced. Argument: the case to run.
+# The OpenGL calls of real frames, as traced, and their memory. Argument: the case to run.
 # shellcheck source=tests/endtoend/show.sh
 . "$(dirname "$0")/show.sh"
 
@@ -155,6 +155,26 @@ ThreeFramesIssueTheRequiredCalls() {
         found=$(differences "$headless_dir/required" "$headless_dir/traced")
         expect_equal "frame $frame" "" "$found"
     done
+}
+
+# fetched_pages: how often the show needed memory from the system, so far.
+fetched_pages() {
+    sed 's/.*) //' "/proc/$headless_pid/stat" | cut -d ' ' -f 8
+}
+
+FramesAreDrawnInMemoryOnceFetched() {
+    local frames pages
+    start_display
+    open_in_window "$PROGRAMS/skovra-positions"
+    wait_for_position 3000
+    frames=$(wc -l <"$positions") pages=$(fetched_pages)
+    wait_for_position 6000
+    frames=$((($(wc -l <"$positions") - frames) / 4)) pages=$(($(fetched_pages) - pages))
+    echo "$pages pages in $frames frames"
+    ((frames > 0)) || fail "no frames"
+    ((pages < 100 * frames)) || fail "$pages pages of memory for $frames frames"
+    headless_key Escape
+    expect_exit 0
 }
 
 "$1"
