@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <ostream>
+#include <sstream>
 
 namespace record {
 
@@ -28,8 +29,10 @@ void Progress::Show(std::int64_t done, std::int64_t total) {
         return;
     }
     const auto full = static_cast<std::size_t>(barWidth * done / total);
-    std::string bar = "[" + std::string(full, '#') + std::string(barWidth - full, '.') + "] " +
-                      std::to_string(100 * done / total) + " %" + TimeLeft(done, total);
+    std::ostringstream line;
+    line << '[' << std::string(full, '#') << std::string(barWidth - full, '.') << "] "
+         << 100 * done / total << " %" << TimeLeft(done, total);
+    std::string bar = line.str();
     if (bar != shown) {
         shown = std::move(bar);
         out << '\r' << shown << "\x1B[K" << std::flush; // what was longer is cut off
