@@ -17,7 +17,8 @@
 # headless_begin                         a scratch folder, $headless_dir; cleaning up at exit, by
 #                                        headless_end; what the caller wants done at exit besides
 #                                        goes into a function named headless_at_exit
-# headless_start_xvfb [WxHxDEPTH]        a screen of 1280x1024x24 unless told otherwise
+# headless_start_xvfb [WxHxDEPTH [OPTION...]]
+#                                        a screen of 1280x1024x24 unless told otherwise
 # headless_start_xorg [MODE...]          a real X server on the dummy driver, its modes by name,
 #                                        the first the current one: 1280x1024 1024x768 by default
 #                                        Both set DISPLAY and the environment of all that follows.
@@ -154,7 +155,8 @@ headless_server_settled() {
 }
 
 headless_start_xvfb() {
-    headless_server 30 Xvfb -displayfd 3 -noreset -nolisten tcp -screen 0 "${1:-1280x1024x24}"
+    headless_server 30 Xvfb -displayfd 3 -noreset -nolisten tcp \
+        -screen 0 "${1:-1280x1024x24}" "${@:2}"
 }
 
 headless_start_xorg() {
