@@ -1,0 +1,100 @@
+#!/usr/bin/env bash
+# The show in unusual places of the file system. Argument: the case to run.
+# shellcheck source=tests/endtoend/failure.sh
+. "$(dirname "$0")/failure.sh"
+
+# put_music_at BYTES: a copy of the program whose music has a path of that length, in $folder.
+put_music_at() {
+    local end=/resources/synchtune.mp3 name
+    folder=$headless_dir
+    name=$(printf '%099d' 0)
+    while (($1 - ${#end} - ${#folder} > 200)); do
+        folder+=/$name
+    done
+    folder+=/$(printf '%0*d' $(($1 - ${#end} - ${#folder} - 1)) 0)
+    mkdir -p "$folder"
+    cp -r "$PROGRAMS/skovra-positions" "$PROGRAMS/resources" "$folder"
+    expect_equal "length of the path" "$1" "$(printf %s "$folder$end" | wc -c)"
+}
+
+MusicWithAPathOf1023BytesIsPlayed() {
+    start_display
+    put_music_at 1023
+    expect_show "$folder/skovra-positions"
+}
+
+MusicWithAPathOf1024BytesIsNotFound() {
+    start_display
+    put_music_at 1024
+    launch "$folder/skovra-positions"
+    expect_music_error 'WARNING: CFURLGetFileSystemRepresentation returned FALSE
+FMOD error! (22) File not found. '
+}
+
+# Deeper than any path can name.
+ProgramWithoutAPathFindsNoMusic() {
+    start_display
+    local name i
+    name=$(printf '%0200d' 0)
+    cd "$headless_dir"
+    for ((i = 0; i < 25; i++)); do
+        mkdir "$name"
+        cd "$name"
+    done
+    cp -r "$PROGRAMS/skovra-positions" "$PROGRAMS/resources" .
+    launch ./skovra-positions
+    expect_music_error 'WARNING: CFURLGetFileSystemRepresentation returned FALSE
+FMOD error! (22) File not found. '
+}
+
+own_home() {
+    unset XDG_CACHE_HOME XDG_CONFIG_HOME XDG_DATA_HOME XDG_STATE_HOME
+    export HOME=$headless_dir/home
+}
+
+FoldersThatMayNotBeWrittenAreNotMissed() {
+    start_display
+    copy_program
+    own_home
+    mkdir "$HOME"
+    chmod -R a-w "$copy" "$HOME"
+    expect_forbidden touch "$copy/new" "$HOME/new"
+    expect_show "${without_privilege[@]}" "$copy/skovra-positions"
+}
+
+AHomeFolderIsNotMissed() {
+    start_display
+    own_home
+    expect_show "$PROGRAMS/skovra-positions"
+    unset HOME
+    headless_forget_windows
+    expect_show "$PROGRAMS/skovra-positions"
+}
+
+# start_elsewhere: in a folder with resources that are not the program's.
+start_elsewhere() {
+    start_display
+    copy_program
+    mkdir -p "$headless_dir/elsewhere/resources"
+    cp "$copy/resources/skovr.png" "$headless_dir/elsewhere/resources/synchtune.mp3"
+    cd "$headless_dir/elsewhere"
+}
+
+StartedFromAnotherFolderPlays() {
+    start_elsewhere
+    expect_show ../copy/skovra-positions
+}
+
+StartedByALinkOnThePathPlays() {
+    start_elsewhere
+    ln -s ../copy/skovra-positions show
+    PATH=$headless_dir/elsewhere:$PATH expect_show show
+}
+
+StartedFromAFolderWithSpacesAndLettersPlays() {
+    start_elsewhere
+    mv "$copy" "$headless_dir/min søte % \"demo\" 日本"
+    expect_show "$headless_dir/min søte % \"demo\" 日本/skovra-positions"
+}
+
+"$1"
