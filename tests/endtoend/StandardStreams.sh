@@ -50,4 +50,17 @@ FullOnesAreNotMissed() {
     play_with '>/dev/full 2>/dev/full'
 }
 
+# has_open NAME: whether the program has a file open whose name begins so.
+has_open() {
+    find "/proc/$headless_pid/fd" -lname "$1*" 2>/dev/null | grep -q .
+}
+
+RecorderDoesNotTakeThemForItsFiles() {
+    headless_begin
+    cd "$headless_dir"
+    launch with_streams '<&- >&- 2>&-' "$PROGRAMS/skovra-record" --wav show.wav
+    headless_wait_until 60 "the recording to begin" has_open "$headless_dir/"
+    expect_null 0 1 2
+}
+
 "$1"
