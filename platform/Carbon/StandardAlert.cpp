@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -54,6 +55,8 @@ bool Started() {
         }
         return true;
     }();
+    // GTK ends the process at once, and what it has not written, if the display goes meanwhile.
+    std::fflush(stdout);
     return prepared && gtk_init_check(nullptr, nullptr) != FALSE;
 }
 

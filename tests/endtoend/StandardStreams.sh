@@ -50,6 +50,13 @@ FullOnesAreNotMissed() {
     play_with '>/dev/full 2>/dev/full'
 }
 
+WhatWasPrintedIsThereWhenABoxIs() {
+    start_display
+    launch "$PROGRAMS/skovra"
+    headless_wait_active "$title" 60
+    expect_start_only 'FMOD - Initiated'
+}
+
 # has_open NAME: whether the program has a file open whose name begins so.
 has_open() {
     find "/proc/$headless_pid/fd" -lname "$1*" 2>/dev/null | grep -q .
