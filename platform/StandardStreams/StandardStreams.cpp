@@ -1,12 +1,15 @@
-// Standard streams that were closed when the program was started.
+// Standard streams that nobody reads or writes, or that were closed when the program was started:
+// no reason for a show to break.
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <csignal>
 
 namespace {
 
 /// The next file or connection opened would get a closed stream's number, and be written to by
-/// whoever prints. Runs before main; needs nobody to call it.
-[[gnu::constructor]] void OpenClosedStreams() {
+/// whoever prints.
+void OpenClosedStreams() {
     int descriptor = -1;
     do {
         descriptor = open("/dev/null", O_RDWR); // the lowest number that is free
@@ -14,6 +17,12 @@ namespace {
     if (descriptor > STDERR_FILENO) {
         close(descriptor);
     }
+}
+
+/// Runs before main; needs nobody to call it.
+[[gnu::constructor]] void PrepareStandardStreams() {
+    OpenClosedStreams();
+    std::signal(SIGPIPE, SIG_IGN); // ends a program that prints and is read by nobody
 }
 
 } // namespace

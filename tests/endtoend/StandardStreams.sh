@@ -50,6 +50,11 @@ FullOnesAreNotMissed() {
     play_with '>/dev/full 2>/dev/full'
 }
 
+NobodyReadingThemIsNotMissed() {
+    start_display
+    play_with '> >(:) 2>&1'
+}
+
 WhatWasPrintedIsThereWhenABoxIs() {
     start_display
     launch "$PROGRAMS/skovra"
