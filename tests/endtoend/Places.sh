@@ -52,6 +52,11 @@ own_home() {
     export HOME=$headless_dir/home
 }
 
+# Or else they could not be removed.
+headless_at_exit() {
+    chmod -R u+w "$headless_dir"
+}
+
 FoldersThatMayNotBeWrittenAreNotMissed() {
     start_display
     copy_program

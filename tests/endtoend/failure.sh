@@ -55,7 +55,7 @@ fi
 
 # expect_forbidden COMMAND...: or skips the case, where nothing is.
 expect_forbidden() {
-    if ! "${without_privilege[@]}" true || "${without_privilege[@]}" "$@" 2>/dev/null; then
+    if ! "${without_privilege[@]}" true || "${without_privilege[@]}" "$@" >/dev/null 2>&1; then
         echo "skipped: here nobody can be kept from reading and writing" >&2
         exit 77
     fi
