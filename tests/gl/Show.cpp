@@ -23,7 +23,9 @@ std::filesystem::path ResourceFolder() {
 
 } // namespace
 
-Show::Show() : standardOutput(std::cout.rdbuf(trace.rdbuf())) {
+Show::Show(int wantedWidth, int wantedHeight)
+    : screenWidth(wantedWidth), screenHeight(wantedHeight),
+      standardOutput(std::cout.rdbuf(trace.rdbuf())) {
     std::filesystem::remove_all(ResourceFolder());
     std::filesystem::create_directories(ResourceFolder());
     if (demo == nullptr) { // like the show's, it lives as long as the process
@@ -48,8 +50,8 @@ void Show::StartAgain() {
     globalAngle = 0;
     loaded = 0;
     context.reset();
-    context.emplace(width, height);
-    engine::ReSizeGLScene(width, height);
+    context.emplace(screenWidth, screenHeight);
+    engine::ReSizeGLScene(screenWidth, screenHeight);
 }
 
 void Show::AddPicture(const std::string& name, const PngFile& file) {

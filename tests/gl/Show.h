@@ -31,7 +31,8 @@ public:
     static Place OnScreen(double x, double y, double z);
 
 protected:
-    Show();
+    /// A test that looks at nothing drawn may have a smaller screen, which is quicker.
+    explicit Show(int wantedWidth = width, int wantedHeight = height);
     ~Show() override;
 
     /// Makes @p file the show's picture @p name. Before the first frame.
@@ -45,6 +46,8 @@ protected:
     void StartAgain();
 
 private:
+    int screenWidth;
+    int screenHeight;
     std::optional<OffscreenContext> context;
     std::ostringstream trace; // the show writes about itself; not of interest here
     std::streambuf* standardOutput;
