@@ -3,30 +3,6 @@
 # shellcheck source=tests/endtoend/show.sh
 . "$(dirname "$0")/show.sh"
 
-sink_is_running() {
-    pactl list short sinks | grep -q RUNNING
-}
-
-# start_sound_server: one of our own, its pid in $sound_server. Zeros keep its sink awake, or else it
-# starts late.
-start_sound_server() {
-    local socket=$headless_dir/runtime/pulse-socket
-    pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes \
-        -L "module-null-sink" -L "module-native-protocol-unix socket=$socket" \
-        >"$headless_dir/pulse.log" 2>&1 &
-    sound_server=$!
-    headless_pids+=("$sound_server")
-    headless_wait_until 30 "the sound server" [ -S "$socket" ]
-    export PULSE_SERVER=unix:$socket
-    pacat --raw /dev/zero >"$headless_dir/pacat.log" 2>&1 &
-    headless_pids+=("$!")
-    headless_wait_until 30 "the sink to run" sink_is_running
-}
-
-show_is_heard() {
-    pactl list sink-inputs | grep -q 'application.process.binary = "skovra-positions"'
-}
-
 PlaysThroughASoundServer() {
     start_display
     start_sound_server

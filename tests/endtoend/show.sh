@@ -39,6 +39,31 @@ without_sound() {
     export XDG_RUNTIME_DIR=$headless_dir/runtime PULSE_SERVER=unix:$headless_dir/runtime/none
 }
 
+sink_is_running() {
+    pactl list short sinks | grep -q RUNNING
+}
+
+# start_sound_server: one of our own, its pid in $sound_server. Zeros keep its sink awake, or else it
+# starts late.
+start_sound_server() {
+    local socket=$headless_dir/runtime/pulse-socket
+    rm -f "$socket" # of a server that was killed
+    pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes \
+        -L "module-null-sink" -L "module-native-protocol-unix socket=$socket" \
+        >"$headless_dir/pulse.log" 2>&1 &
+    sound_server=$!
+    headless_pids+=("$sound_server")
+    headless_wait_until 30 "the sound server" [ -S "$socket" ]
+    export PULSE_SERVER=unix:$socket
+    pacat --raw /dev/zero >"$headless_dir/pacat.log" 2>&1 &
+    headless_pids+=("$!")
+    headless_wait_until 30 "the sink to run" sink_is_running
+}
+
+show_is_heard() {
+    pactl list sink-inputs | grep -q 'application.process.binary = "skovra-positions"'
+}
+
 # copy_program: a copy of program and resources to tamper with, in $copy.
 copy_program() {
     copy=$headless_dir/copy
@@ -88,6 +113,11 @@ expect_exit() {
     local status=0
     headless_wait_exit "$headless_pid" "${2:-20}" || status=$?
     expect_equal "exit status" "$1" "$status"
+}
+
+# show_processes: all that still run in a show's environment, which reaches whom the show starts.
+show_processes() {
+    grep -lzFx "POSITION_LOG=$positions" /proc/[0-9]*/environ 2>/dev/null || :
 }
 
 # What the show prints up to its first frame. $1: warnings of missing pictures.
