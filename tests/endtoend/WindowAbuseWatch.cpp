@@ -1,0 +1,51 @@
+// Preloaded into a program that draws: asks OpenGL, each time a frame is presented, what went wrong
+// in it and which viewport it was drawn in.
+//
+// The file $FRAME_WATCH gets a line "viewport WIDTH HEIGHT" whenever it is another than before, and
+// a line "error 0x502" for each error.
+#include <GL/gl.h>
+#include <GL/glx.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+
+#include <dlfcn.h>
+
+namespace {
+
+using Viewport = std::array<GLint, 4>;
+
+std::FILE* OpenLog() {
+    const char* path = std::getenv("FRAME_WATCH");
+    std::FILE* log = path != nullptr ? std::fopen(path, "w") : nullptr;
+    if (log == nullptr) {
+        std::perror("FRAME_WATCH");
+        std::_Exit(2);
+    }
+    std::setvbuf(log, nullptr, _IOLBF, 0); // a test reads along
+    return log;
+}
+
+void WriteWhatIsNew() {
+    static std::FILE* const log = OpenLog();
+    static Viewport last{};
+    for (GLenum error = glGetError(); error != GL_NO_ERROR; error = glGetError()) {
+        std::fprintf(log, "error 0x%x\n", error);
+    }
+    Viewport now{};
+    glGetIntegerv(GL_VIEWPORT, now.data());
+    if (now != last) {
+        std::fprintf(log, "viewport %d %d\n", now[2], now[3]);
+        last = now;
+    }
+}
+
+} // namespace
+
+extern "C" void glXSwapBuffers(Display* display, GLXDrawable drawable) {
+    using Swap = void (*)(Display*, GLXDrawable);
+    static const auto swap = reinterpret_cast<Swap>(dlsym(RTLD_NEXT, "glXSwapBuffers"));
+    WriteWhatIsNew();
+    swap(display, drawable);
+}
