@@ -3,7 +3,9 @@
 
 #include "Mp3Header.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -20,6 +22,16 @@ static constexpr int mostTags = 8;
 static constexpr int framesToBegin = 2;
 // Damage holds many a false header, but hardly ever this many in a row.
 static constexpr int framesToGoOn = 4;
+
+// Of damage libmpg123 makes samples from memory that it never set: any number, or none at all. No
+// music is that much above full scale.
+static constexpr float loudestSample = 8.0F;
+
+static void LeaveOutWhatIsNoSound(std::span<float> samples) {
+    std::replace_if(
+        samples.begin(), samples.end(),
+        [](float sample) { return !(std::abs(sample) <= loudestSample); }, 0.0F);
+}
 
 static std::span<const unsigned char> ReadAt(File& file, off_t offset,
                                              std::span<unsigned char> buffer) {
@@ -143,7 +155,9 @@ Mp3Decoder::Progress Mp3Decoder::Decode(std::span<const float>& frames) {
         const int result = mpg123_decode_frame(handle.get(), &number, &audio, &bytes);
         if (result == MPG123_OK) {
             latestFrame = streamBegin + mpg123_framepos(handle.get());
-            frames = {reinterpret_cast<const float*>(audio), bytes / sizeof(float)};
+            const std::span samples(reinterpret_cast<float*>(audio), bytes / sizeof(float));
+            LeaveOutWhatIsNoSound(samples);
+            frames = samples;
             return Progress::Frames;
         }
         if (file->Failed() || !BeginNextStream()) {

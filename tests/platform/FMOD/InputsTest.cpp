@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <ostream>
 #include <string>
 #include <vector>
 
+#include <malloc.h>
 #include <sys/fsuid.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -275,4 +277,20 @@ TEST_F(InputsTest, AFileThatChangesItsRateIsHeardAtItsPitchThroughout) {
         ExpectTone(mix, 40'000, 1000.0, 2000.0, 0.1);
         ExpectTone(mix, 90'000, 3000.0, 1000.0, 0.1);
     }
+}
+
+TEST_F(InputsTest, WhatOnceWentWrongIsPlayedWithinFullScale) {
+    // New memory holds numbers near the largest that there are, or what a sanitizer puts there.
+    mallopt(M_PERTURB, 0x80);
+    int count = 0;
+    for (const auto& file : std::filesystem::directory_iterator(FIXTURES)) {
+        SCOPED_TRACE(file.path());
+        const auto mix = PlayToTheEnd(files::ReadAll(file.path()));
+
+        EXPECT_TRUE(std::all_of(mix.begin(), mix.end(),
+                                [](float sample) { return sample >= -1.0F && sample <= 1.0F; }));
+        ++count;
+    }
+    mallopt(M_PERTURB, 0);
+    EXPECT_GT(count, 0);
 }
