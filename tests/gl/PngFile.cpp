@@ -52,6 +52,7 @@ Bytes Encode(const PngFile& file) {
     Bytes bytes;
     const Writer writer;
     png_set_write_fn(writer.png, &bytes, Append, nullptr);
+    png_set_compression_level(writer.png, file.compression);
     SetHeader(writer, file);
     png_write_info(writer.png, writer.info);
     const std::size_t rowBytes = png_get_rowbytes(writer.png, writer.info);

@@ -18,6 +18,7 @@ struct PngFile {
     int colourType = PNG_COLOR_TYPE_RGB;
     int depth = 8; ///< bits a channel
     bool interlaced = false;
+    int compression = 6; ///< 0 (none) to 9
     Bytes rows = {}; ///< top down, in the file's own packing: high byte and leftmost pixel first
     std::vector<png_color> palette = {};
     Bytes paletteAlpha = {};                      ///< alpha of the palette's first entries
