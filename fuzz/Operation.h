@@ -1,0 +1,30 @@
+// What an input of fuzz_sound_operations is made of: pairs of bytes, an operation and its argument.
+#pragma once
+
+#include <cstdint>
+
+namespace fuzz {
+
+enum Operation : std::uint8_t {
+    // Of the device and the clock:
+    passTime,
+    suspend,
+    openDevice,
+    hangDevice,
+    failDevice,
+    lie,
+    lagBehind,
+    // Of the library:
+    play,
+    releaseSound,
+    restart,
+    askSpectrum,
+    update,
+    // Of one of two channels:
+    setPaused,
+    setMute,
+    setVolume,
+    operationCount,
+};
+
+} // namespace fuzz

@@ -1,0 +1,227 @@
+// The live output's clock and its changes between devices, in a time that the fuzzer sets.
+#include "TimelineOutput.h"
+
+#include "Expect.h"
+#include "Output.h"
+#include "OutputTimeline.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <optional>
+
+namespace {
+
+constexpr std::int64_t msNs = 1'000'000;
+constexpr std::int64_t bufferedFrames = 4410;
+constexpr std::int32_t blockFrames = 441;
+constexpr int watchMs = 25;
+constexpr std::int32_t awaitedFrames = sound::outputRateHz / 4;
+
+// When nothing happens to a device for so long, the clock keeps the device's time, or real time.
+constexpr std::int64_t settlingNs = 1000 * msNs;
+constexpr std::int64_t toleratedFrames = sound::outputRateHz * 30 / 1000;
+
+struct Device {
+    Device(sound::OutputTimeline& timeline, std::int64_t deviceRateHz, std::int64_t nowNs)
+        : feed(timeline), rateHz(deviceRateHz), openedNs(nowNs) {}
+
+    sound::DeviceFeed feed;
+    std::int64_t rateHz;
+    std::int64_t openedNs;
+    std::int64_t asked = 0;
+    std::int64_t lie = 0;
+    int hangsForMs = 0;
+};
+
+struct Moment {
+    std::int64_t ns;
+    std::int64_t heard;
+};
+
+std::int64_t clockNs = 0;
+std::int64_t lastHeard = 0;
+int msSinceWatch = 0;
+bool decoderLags = false;
+std::int32_t decodedFrames = 0;   // that were waited for and not asked for since
+sound::Output* started = nullptr; // if one is
+std::unique_ptr<Device> device;
+std::int64_t disturbedNs = 0;
+std::optional<Moment> calm;
+
+} // namespace
+
+namespace sound {
+
+struct Output {
+    explicit Output(const Source& played)
+        : source(played), timeline({this, Render, nullptr}, clockNs) {}
+
+    static void Render(void* output, float* block, std::int32_t frames) noexcept {
+        const Source& source = static_cast<Output*>(output)->source;
+        if (!decoderLags && decodedFrames < frames) {
+            source.waitUntilReady(source.context, awaitedFrames);
+            decodedFrames = awaitedFrames;
+        }
+        decodedFrames -= frames;
+        source.render(source.context, block, frames);
+    }
+
+    Source source;
+    OutputTimeline timeline;
+};
+
+} // namespace sound
+
+static void Disturb() {
+    disturbedNs = clockNs;
+    calm.reset();
+}
+
+static void CloseDevice() {
+    if (device != nullptr) {
+        device->feed.Fail();
+        started->timeline.Forget(device->feed, clockNs);
+        device.reset();
+    }
+}
+
+static void AskForMore() {
+    const std::int64_t played = (clockNs - device->openedNs) / msNs * device->rateHz / 1000;
+    std::array<float, 2 * static_cast<std::size_t>(blockFrames)> block;
+    bool wanted = true;
+    while (wanted && device->asked < played + bufferedFrames) {
+        wanted = device->feed.Render(block.data(), blockFrames,
+                                     std::min(played, device->asked) + device->lie, clockNs);
+        device->asked += blockFrames;
+        EXPECT(std::all_of(block.begin(), block.end(),
+                           [](float sample) { return sample >= -1.0F && sample <= 1.0F; }));
+    }
+    if (!wanted) {
+        CloseDevice();
+        Disturb();
+    }
+}
+
+static void RunDevice() {
+    if (device == nullptr) {
+        return;
+    }
+    if (device->hangsForMs == 0) {
+        AskForMore();
+    } else if (--device->hangsForMs == 0) {
+        Disturb();
+    }
+}
+
+static void CheckClock() {
+    if (clockNs < disturbedNs + settlingNs) {
+        return;
+    }
+    const std::int64_t heard = sound::HeardFrames(*started);
+    if (!calm) {
+        calm = Moment{clockNs, heard};
+    }
+    const std::int64_t real = sound::FramesIn(clockNs - calm->ns);
+    const std::int64_t ofDevice =
+        device == nullptr ? real : real * device->rateHz / sound::outputRateHz;
+    EXPECT(heard - calm->heard >= std::min(real, ofDevice) - toleratedFrames);
+    EXPECT(heard - calm->heard <= std::max(real, ofDevice) + toleratedFrames);
+}
+
+static void Watch() {
+    started->timeline.FallSilentIfLost(clockNs);
+    started->timeline.AdvanceSilence(clockNs);
+    CheckClock();
+}
+
+namespace sound {
+
+OutputHandle StartOutput(const Source& source) {
+    OutputHandle output(new Output(source));
+    started = output.get();
+    lastHeard = 0;
+    Disturb();
+    return output;
+}
+
+void StopOutput::operator()(Output* output) const noexcept {
+    CloseDevice();
+    output->timeline.Close();
+    started = nullptr;
+    delete output;
+}
+
+void AwaitDevice(Output&) noexcept {
+    decodedFrames = 0; // for now something else plays
+}
+
+std::int64_t HeardFrames(Output& output) noexcept {
+    const std::int64_t heard = output.timeline.HeardFrames(clockNs);
+    EXPECT(heard >= lastHeard);
+    lastHeard = heard;
+    return heard;
+}
+
+} // namespace sound
+
+namespace fuzz {
+
+void ResetOutput() {
+    clockNs = 1'000'000 * msNs;
+    msSinceWatch = 0;
+    decoderLags = false;
+}
+
+void PassTime(int ms) {
+    for (int passed = 0; passed < ms; ++passed) {
+        clockNs += msNs;
+        RunDevice();
+        if (++msSinceWatch >= watchMs) {
+            msSinceWatch = 0;
+            Watch();
+        }
+    }
+}
+
+void Suspend(int ms) {
+    clockNs += ms * msNs;
+    Disturb();
+}
+
+void OpenDevice(std::int64_t rateHz) {
+    CloseDevice();
+    device = std::make_unique<Device>(started->timeline, rateHz, clockNs);
+    Disturb();
+}
+
+void HangDevice(int ms) {
+    if (device != nullptr) {
+        device->hangsForMs = ms;
+        Disturb();
+    }
+}
+
+void FailDevice() {
+    if (device != nullptr) {
+        device->feed.Fail();
+        Disturb();
+    }
+}
+
+void LieBy(std::int64_t frames) {
+    if (device != nullptr) {
+        device->lie = frames;
+        Disturb();
+    }
+}
+
+void LetDecoderLag(bool lag) {
+    decoderLags = lag;
+}
+
+std::int64_t LastHeardFrames() {
+    return lastHeard;
+}
+
+} // namespace fuzz
