@@ -298,6 +298,27 @@ TEST(OutputTimeline, ReturnsToADeviceInStepAfterSilence) {
                 1.0);
 }
 
+TEST(OutputTimeline, FeedsASecondDeviceZerosWhileTheFirstPlays) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    Device first(timeline, now, now, 4410);
+    first.RunUntil(now, 500 * ms);
+    ASSERT_TRUE(timeline.IsSounding());
+    Device second(timeline, now, now, 8820);
+    const std::int64_t before = counter.next;
+
+    for (const std::int64_t end = now + 500 * ms; now < end; now += 10 * ms) {
+        first.Ask(441, now);
+        EXPECT_TRUE(second.Ask(441, now));
+    }
+
+    EXPECT_EQ(counter.next, before + 50 * 441);
+    EXPECT_EQ(first.given.back(), counter.next);
+    EXPECT_EQ(std::count(second.given.begin(), second.given.end(), 0),
+              static_cast<std::ptrdiff_t>(second.given.size()));
+}
+
 TEST(OutputTimeline, RefusesADeviceThatTakesAnyAmount) {
     Counter counter;
     OutputTimeline timeline(counter.AsSource(), 0);

@@ -4,15 +4,18 @@
 #include "Output.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <optional>
+#include <system_error>
+#include <utility>
 
 namespace {
 
 constexpr int blockFrames = 1000; // no divisor of anything in the library
 
 std::optional<sound::Source> source;
-bool refuseNextStart = false;
+std::optional<script::Shortage> nextStartLacks;
 int devicesAwaited = 0;
 std::int64_t handedOut = 0;
 std::int64_t heard = 0;
@@ -37,8 +40,10 @@ namespace sound {
 struct Output {};
 
 OutputHandle StartOutput(const Source& played) {
-    if (refuseNextStart) {
-        refuseNextStart = false;
+    if (const auto lack = std::exchange(nextStartLacks, std::nullopt)) {
+        if (lack == script::Shortage::Threads) {
+            throw std::system_error(EAGAIN, std::generic_category());
+        }
         throw std::bad_alloc();
     }
     source = played;
@@ -66,14 +71,14 @@ namespace script {
 
 void Reset() {
     source.reset();
-    refuseNextStart = false;
+    nextStartLacks.reset();
     devicesAwaited = 0;
     handedOut = 0;
     heard = 0;
 }
 
-void RefuseNextStart() {
-    refuseNextStart = true;
+void RefuseNextStart(Shortage lack) {
+    nextStartLacks = lack;
 }
 
 bool IsStarted() {

@@ -9,8 +9,10 @@ namespace script {
 /// No output, nothing heard.
 void Reset();
 
-/// The next output cannot be started for lack of memory.
-void RefuseNextStart();
+enum class Shortage { Memory, Threads };
+
+/// The next output cannot be started for lack of that.
+void RefuseNextStart(Shortage lack);
 
 bool IsStarted();
 
