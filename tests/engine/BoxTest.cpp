@@ -292,4 +292,15 @@ TEST_F(BoxTest, ChangeColorTakesThreeOfEverySixFloats) {
                                         ElementsAre(24, 25, 26), ElementsAre(30, 31, 32)));
 }
 
+TEST_F(BoxTest, ChangeColorChangesNothingBehindItsColours) {
+    std::vector<float> source(36, std::nextafter(1.0F, 2.0F)); // its first byte is that of true
+    engine::Box box;
+    box.texture = 7;
+
+    box.ChangeColor(source.data());
+
+    EXPECT_FALSE(box.growing);
+    EXPECT_EQ(box.texture, 7);
+}
+
 } // namespace

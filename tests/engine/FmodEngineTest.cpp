@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -106,6 +107,15 @@ TEST_F(FmodEngineTest, StartsStoppedAtVolume40WithoutAChannel) {
     EXPECT_NE(music->system, nullptr);
     EXPECT_NE(music->sound, nullptr);
     EXPECT_EQ(music->bundle, CFBundleGetMainBundle());
+}
+
+TEST_F(FmodEngineTest, HasReadNothingWhenItIsMade) {
+    const auto music = Make();
+    EXPECT_EQ(music->lastResult, FMOD_OK);
+    EXPECT_EQ(music->position, 0U);
+    EXPECT_FALSE(music->paused);
+    EXPECT_EQ(std::size(music->spectrum), 512U);
+    EXPECT_THAT(music->spectrum, testing::Each(0.0F));
 }
 
 TEST_F(FmodEngineTest, BasicInitPutsTheFieldsBackToTheirDefaults) {
