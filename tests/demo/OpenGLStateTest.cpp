@@ -32,6 +32,15 @@ TEST_F(OpenGLStateTest, InitGLOnlyPrintsAndSetsTheVolumeField) {
     EXPECT_EQ(demo->fmod->volume, 175.0F);
 }
 
+TEST_F(OpenGLStateTest, InitGLSaysSoBeforeItSetsTheVolumeOfMusicThatPlays) {
+    Load();
+    EXPECT_EQ(EffectsOf([] { InitGL(); }),
+              Lines({
+                  R"(print "Configuring FMOD\n")",
+                  "FMOD::Channel::setVolume(" + doubles::Text(175.0F / 255.0F) + ")",
+              }));
+}
+
 TEST_F(OpenGLStateTest, SetGLSetsTheWholeStateInOrder) {
     EXPECT_EQ(EffectsOf([] { SetGL(); }),
               Lines({
