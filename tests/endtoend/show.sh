@@ -167,11 +167,12 @@ expect_window() {
         "$((x - ${extents% *})) $((y - ${extents#* })) $width $height"
 }
 
-# The frame loop leaves at the first position above the end, and no clock but the music's moves it.
+# The frame loop leaves when it finds itself above the end, and no clock but the music's moves it. A
+# frame that begins before the end may come to it in the two positions that it reads for its scene.
 expect_positions_of_a_whole_show() {
     awk '
         NR > 1 && $1 < last { print "stepped back from " last " to " $1; bad = 1 }
-        NR > 1 && last > 33000 { print "went on after " last; bad = 1 }
+        $1 > 33000 && ++beyond > 3 { print "went on at " $1; bad = 1 }
         NR == 1 { started = $2 - $1 }
         { last = $1; drift = $2 - started - $1 }
         END {
