@@ -71,7 +71,7 @@ RecorderDoesNotTakeThemForItsFiles() {
     headless_begin
     cd "$headless_dir"
     launch with_streams '<&- >&- 2>&-' "$PROGRAMS/skovra-record" --wav show.wav
-    headless_wait_until 60 "the recording to begin" has_open "$headless_dir/"
+    headless_wait_until 60 "the recording to begin" has_open "$headless_dir/show.wav"
     expect_null 0 1 2
 }
 

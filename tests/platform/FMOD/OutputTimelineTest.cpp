@@ -313,7 +313,7 @@ TEST(OutputTimeline, FeedsASecondDeviceZerosWhileTheFirstPlays) {
         EXPECT_TRUE(second.Ask(441, now));
     }
 
-    EXPECT_EQ(counter.next, before + 50 * 441);
+    EXPECT_EQ(counter.next, before + std::int64_t{50} * 441);
     EXPECT_EQ(first.given.back(), counter.next);
     EXPECT_EQ(std::count(second.given.begin(), second.given.end(), 0),
               static_cast<std::ptrdiff_t>(second.given.size()));
