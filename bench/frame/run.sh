@@ -25,19 +25,8 @@ command -v glretrace >/dev/null || {
     echo "Cannot measure without glretrace; script/setup bench installs it." >&2
     exit 1
 }
-script/build bench
-
-PROGRAMS=$PWD/build/bench/bin
-# shellcheck source=tests/endtoend/show.sh
-. tests/endtoend/show.sh
-
-say() {
-    printf '%s %s\n' "$(date +%T)" "$*" >&2
-}
-
-median() {
-    sort -g | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'
-}
+# shellcheck source=bench/measure.sh
+. bench/measure.sh
 
 # The cost of a frame -----------------------------------------------------------------------------
 
@@ -170,13 +159,10 @@ print_starts() {
         "$(awk "BEGIN { print $(column 8 show) / $(column 8 empty) }")"
 }
 
-idle_load=$(cut -d ' ' -f 1 /proc/loadavg)
 start_display
 measure_starts
 measure_frames
-echo "\`script/bench frame${arguments:+ $arguments}\`, $(date +%F), $(nproc) cores, load before" \
-    "$idle_load, commit $(git rev-parse --short HEAD 2>/dev/null || echo unknown):"
-echo
+heading "frame${arguments:+ $arguments}"
 print_frames
 echo
 print_starts

@@ -39,25 +39,14 @@ for program in pulseaudio pacat lame stress-ng; do
         exit 1
     }
 done
-script/build bench
-
-PROGRAMS=$PWD/build/bench/bin
-# shellcheck source=tests/endtoend/show.sh
-. tests/endtoend/show.sh
-
-say() {
-    printf '%s %s\n' "$(date +%T)" "$*" >&2
-}
+# shellcheck source=bench/measure.sh
+. bench/measure.sh
 
 has() {
     command -v "$1" >/dev/null
 }
 
 # The sound server --------------------------------------------------------------------------------
-
-sink_is_running() {
-    pactl list short sinks | grep -q RUNNING
-}
 
 # start_server: what its sink lets be heard is written to $sink_log. Zeros keep the sink awake; it
 # begins with two seconds of nothing that it does not take back for a player.
@@ -146,10 +135,6 @@ figure() {
     done
     # shellcheck disable=SC2059 # the format is the caller's
     LC_ALL=C printf "$format" "${values[@]}"
-}
-
-median() {
-    sort -g | awk '{ v[NR] = $1 } END { print v[int((NR + 1) / 2)] }'
 }
 
 # Position ----------------------------------------------------------------------------------------
@@ -353,9 +338,7 @@ operation_rows() {
 }
 
 print_table() {
-    echo "\`script/bench sound${arguments:+ $arguments}\`, $(date +%F), $(nproc) cores," \
-        "load before $idle_load, commit $(git rev-parse --short HEAD 2>/dev/null || echo unknown):"
-    echo
+    heading "sound${arguments:+ $arguments}"
     row "figure" "aim" "Skovra" "SDL2_mixer" "mpv" "mpg123"
     row --- --- --- --- --- ---
     position_rows idle "idle" "±1"
@@ -377,7 +360,6 @@ print_table() {
     fi
 }
 
-idle_load=$(cut -d ' ' -f 1 /proc/loadavg)
 start_display
 make_music
 measure_positions idle

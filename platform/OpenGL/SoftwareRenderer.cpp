@@ -3,9 +3,10 @@
 
 namespace {
 
-/// The renderer allocates what it knows of a frame, up to 16 MiB for the show, in small pieces
-/// and frees them when the frame is drawn. Given back to the system, they would be taken from it,
-/// cleared, for the next frame: 40 % of the show's processor time.
+/// The renderer allocates what it knows of a frame, some 8 MB for the show, in small pieces and
+/// frees them when the frame is drawn; several frames are on their way at a time. Given back to the
+/// system, they would be taken from it, cleared, for the next frame: 40 % of the show's processor
+/// time.
 constexpr int keptBytes = 32 << 20;
 
 /// Before main, so that it holds for all the memory there is.
