@@ -72,7 +72,7 @@ headless_end() {
         headless_stop "${headless_pids[i]}"
     done
     headless_pids=()
-    [ -z "${headless_dir:-}" ] || rm -rf -- "$headless_dir"
+    [ -z "${headless_dir:-}" ] || rm -rf --one-file-system -- "$headless_dir"
     return "$status"
 }
 

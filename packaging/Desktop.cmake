@@ -1,0 +1,51 @@
+# Where a Linux desktop looks for a program and what belongs to it.
+
+install(TARGETS ${programs} DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(FILES ${skovra_resource_files} DESTINATION ${CMAKE_INSTALL_DATADIR}/skovra)
+
+install(FILES skovra.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+configure_file(org.halvmork.Skovra.metainfo.xml.in org.halvmork.Skovra.metainfo.xml @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.halvmork.Skovra.metainfo.xml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
+install(FILES icons/skovra.svg DESTINATION ${icons}/scalable/apps)
+foreach(size IN ITEMS 48 64 128 256)
+    install(FILES icons/skovra-${size}.png
+        DESTINATION ${icons}/${size}x${size}/apps RENAME skovra.png)
+endforeach()
+
+# install_compressed(FILE DESTINATION NAME): as FILE.gz, without a name or a time inside.
+find_program(GZIP_PROGRAM gzip REQUIRED)
+function(install_compressed file destination name)
+    set(compressed ${CMAKE_CURRENT_BINARY_DIR}/${name}.gz)
+    add_custom_command(OUTPUT ${compressed}
+        COMMAND ${GZIP_PROGRAM} -9nc ${file} > ${compressed}
+        DEPENDS ${file} VERBATIM)
+    add_custom_target(compressed-${name} ALL DEPENDS ${compressed})
+    install(FILES ${compressed} DESTINATION ${destination})
+endfunction()
+
+set(source ${CMAKE_CURRENT_SOURCE_DIR})
+install_compressed(${source}/man/skovra.6 ${CMAKE_INSTALL_MANDIR}/man6 skovra.6)
+install_compressed(${source}/man/skovra-gallery.6 ${CMAKE_INSTALL_MANDIR}/man6 skovra-gallery.6)
+install_compressed(${source}/man/skovra-record.1 ${CMAKE_INSTALL_MANDIR}/man1 skovra-record.1)
+
+# The .deb.
+execute_process(
+    COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C date --utc --rfc-email --date=${SKOVRA_RELEASE_DATE}
+    OUTPUT_VARIABLE release_time OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+configure_file(debian/changelog.in changelog @ONLY)
+install_compressed(${CMAKE_CURRENT_BINARY_DIR}/changelog ${CMAKE_INSTALL_DOCDIR} changelog)
+install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SECTION misc)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS ffmpeg)
+set(CPACK_PACKAGE_DESCRIPTION
+"One piece of music and OpenGL scenes that follow what is heard at that
+moment, in a window or full screen, for thirty-three seconds. Without a
+sound device it plays silently, without a graphics card it is drawn by
+the processor.
+.
+With it come skovra-record, which makes a video of the show, and
+skovra-gallery, which shows what the show's engine draws.")

@@ -1,0 +1,128 @@
+#!/usr/bin/env bash
+# What `cmake --install` leaves. Argument: the case to run; $BUILD is the build folder.
+# shellcheck source=tests/endtoend/show.sh
+. "$(dirname "$0")/../endtoend/show.sh"
+
+# installed: the tree, in $prefix.
+installed() {
+    prefix=$headless_dir/"some where"/usr
+    cmake --install "$BUILD" --prefix "$prefix" >"$headless_dir/install.log" || {
+        cat "$headless_dir/install.log"
+        fail "installing"
+    }
+}
+
+required_files() {
+    local size
+    printf 'bin/%s\n' skovra skovra-gallery skovra-record
+    printf 'share/skovra/%s\n' credits.png skovr.png synchtune.mp3 texture.png
+    printf 'share/man/%s.gz\n' man1/skovra-record.1 man6/skovra.6 man6/skovra-gallery.6
+    printf 'share/doc/skovra/%s\n' changelog.gz copyright
+    for size in 48 64 128 256; do
+        echo "share/icons/hicolor/${size}x$size/apps/skovra.png"
+    done
+    echo share/icons/hicolor/scalable/apps/skovra.svg
+    echo share/applications/skovra.desktop
+    echo share/metainfo/org.halvmork.Skovra.metainfo.xml
+}
+
+EachFileIsInItsPlace() {
+    headless_begin
+    installed
+    diff <(required_files | sort) <(cd "$prefix" && find . -type f | sed 's/^\.\///' | sort) ||
+        fail "installed files"
+    local size
+    for size in 48 64 128 256; do
+        expect_equal "icon's size" "${size}x$size" \
+            "$(identify -format '%wx%h' "$prefix/share/icons/hicolor/${size}x$size/apps/skovra.png")"
+    done
+}
+
+EachDocumentTellsThisVersion() {
+    local version release
+    headless_begin
+    installed
+    version=$("$prefix/bin/skovra-record" --version | cut -d' ' -f2)
+    release=$(sed -n 's/.*<release version="\(.*\)" date="\(.*\)".*/\1 (\2)/p' "$prefix"/share/metainfo/*)
+    expect_equal "the metainfo's version" "$version" "${release% *}"
+    expect_equal "the newest of CHANGELOG.md" "## $release" "$(grep -m 1 '^## ' "$SOURCES/CHANGELOG.md")"
+    expect_equal "the package's version" "skovra ($version) unstable; urgency=medium" \
+        "$(zcat "$prefix/share/doc/skovra/changelog.gz" | head -n 1)"
+}
+
+# libraries_of PROGRAM: "NAME FILE" of each that it is linked with.
+libraries_of() {
+    awk 'NR == FNR { needed[$1]; next } $1 in needed' \
+        <(readelf --dynamic --wide "$1" | sed -n 's/.*(NEEDED).*\[\(.*\)\]$/\1/p') \
+        <(ldd "$1" | sed -n 's/^[[:space:]]*\([^ ]*\) => \(.*\) (0x.*/\1 \2/p')
+}
+
+# package_of FILE: the Debian package it came with.
+package_of() {
+    local file
+    file=$(readlink -f "$1")
+    dpkg-query --search "*${file#/usr}" | sed 's/[:,].*//' # known with or without /usr
+}
+
+EachLibraryHasItsLicenceListed() {
+    local program name file package count=0
+    headless_begin
+    installed
+    while read -r name file; do
+        package=$(package_of "$file") || fail "$name is of no package"
+        grep -qF "| $package " "$SOURCES/LICENSES.md" || fail "LICENSES.md lacks $package ($name)"
+        count=$((count + 1))
+    done < <(for program in "$prefix"/bin/*; do libraries_of "$program"; done | sort -u)
+    [ "$count" -ge 20 ] || fail "only $count libraries were found"
+}
+
+TheFolderBringsWhatADesktopMayLack() {
+    local folder program name file package
+    headless_begin
+    folder=$headless_dir/"some where"
+    cmake --install "$BUILD" --component portable --prefix "$folder" >/dev/null || fail "installing"
+    for program in "$folder"/skovra*; do
+        [[ $program != *.nfo ]] || continue
+        ! ldd "$program" | grep -F 'not found' || fail "${program##*/} lacks libraries"
+        while read -r name file; do
+            [ ! -e "$folder/lib/$name" ] || expect_equal "$name" "$folder/lib/$name" "$file"
+        done < <(libraries_of "$program")
+    done
+    for file in "$folder"/lib/*; do
+        name=${file##*/}
+        package=$(package_of "$(ldconfig -p | awk -v name="$name" '$1 == name { print $NF; exit }')")
+        [ -s "$folder/licences/$package.txt" ] || fail "no licence of $name"
+        grep -q "| $package .*| lib/ |\$" "$SOURCES/LICENSES.md" || fail "LICENSES.md lacks $package, in lib/"
+    done
+    for name in libglut.so.3.12 libcubeb.so.0 libmpg123.so.0 libsoxr.so.0 libkissfft-float.so.131; do
+        [ -s "$folder/lib/$name" ] || fail "it lacks $name"
+    done
+    expect_equal "which texts lie beside the programs" "FILE_ID.DIZ skovra.nfo" \
+        "$(cd "$folder" && echo *.DIZ *.nfo)"
+    expect_equal "columns of skovra.nfo" 80 "$(wc -L <"$folder/skovra.nfo")"
+}
+
+TheDesktopUnderstandsWhatIsForIt() {
+    local page warnings
+    headless_begin
+    installed
+    desktop-file-validate "$prefix/share/applications/skovra.desktop" || fail "desktop entry"
+    appstreamcli validate --no-net "$prefix"/share/metainfo/*.xml || fail "metainfo"
+    for page in "$prefix"/share/man/man*/*; do
+        warnings=$(LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 \
+            man --warnings -E UTF-8 -l -Tutf8 -Z "$page" 2>&1 >/dev/null)
+        expect_equal "warnings of ${page##*/}" "" "$warnings"
+    done
+}
+
+TheShowPlaysWhereverItIsMoved() {
+    start_display
+    installed
+    mv "$prefix" "$headless_dir/elsewhere"
+    open_in_window "$headless_dir/elsewhere/bin/skovra"
+    headless_key Escape
+    expect_exit 0
+    expect_output
+}
+
+"$1"

@@ -1,0 +1,135 @@
+#!/usr/bin/env bash
+# Proves the packages in build/packages/: their form, that they are the same when made again, and
+# that each plays the show to its end in a Debian with nothing but what it asks for.
+# Ends with 77 where such a system cannot be made, if all else is proved.
+# shellcheck source=tests/endtoend/show.sh
+. "$(dirname "$0")/../endtoend/show.sh"
+cd "$(dirname "$(readlink -f "$0")")/../.."
+
+packages=$PWD/build/packages
+deb=$(echo "$packages"/*.deb)
+zip=$(echo "$packages"/*.zip)
+
+proved() {
+    echo "ok: $*"
+}
+
+# Form --------------------------------------------------------------------------------------------
+
+check_form() {
+    local page unpacked=$headless_dir/unpacked
+    lintian --allow-root --fail-on error,warning "$deb" || fail "lintian"
+    proved "lintian"
+    dpkg-deb --extract "$deb" "$unpacked"
+    desktop-file-validate "$unpacked"/usr/share/applications/*.desktop || fail "desktop entry"
+    proved "desktop-file-validate"
+    appstreamcli validate --no-net "$unpacked"/usr/share/metainfo/*.xml >"$headless_dir/appstream" || {
+        cat "$headless_dir/appstream"
+        fail "metainfo"
+    }
+    proved "appstreamcli validate --no-net"
+    for page in "$unpacked"/usr/share/man/man*/*; do
+        [ -z "$(man --warnings -E UTF-8 -l "$page" 2>&1 >/dev/null)" ] || fail "${page##*/}"
+    done
+    proved "man --warnings"
+}
+
+# The same bytes ----------------------------------------------------------------------------------
+
+check_made_again() {
+    local elsewhere=$headless_dir/"somewhere else" each epoch
+    mkdir "$elsewhere"
+    git ls-files -z | xargs -0 cp --parents -t "$elsewhere"
+    epoch=$(dpkg-deb --fsys-tarfile "$deb" | tar --list --verbose --utc --full-time |
+        awk '{ print $4, $5; exit }' | date --utc --file=- +%s)
+    env -C "$elsewhere" SOURCE_DATE_EPOCH="$epoch" TZ=America/St_Johns LC_ALL=C.UTF-8 \
+        bash -c 'umask 077 && script/package' >"$headless_dir/again.log" 2>&1 || {
+        tail -n 20 "$headless_dir/again.log" >&2
+        fail "making the packages again"
+    }
+    for each in "$deb" "$zip"; do
+        cmp "$each" "$elsewhere/build/packages/${each##*/}" || fail "${each##*/} is another when made again"
+        proved "${each##*/} is the same when made again"
+    done
+}
+
+# In a system with nothing else -------------------------------------------------------------------
+
+headless_at_exit() {
+    [ -z "${root:-}" ] || umount --quiet "$root/proc" "$root/media" || :
+}
+
+# make_root: a minimal Debian in $root, from where this machine gets its packages.
+make_root() {
+    local sources
+    root=$headless_dir/root
+    sources=$(find /etc/apt -name '*.list' -o -name '*.sources')
+    xargs --no-run-if-empty cat <<<"$sources" |
+        mmdebstrap --quiet --variant=apt --mode=root bookworm "$root" - >"$headless_dir/root.log" 2>&1 &&
+        mount -t proc proc "$root/proc" &&
+        cp /etc/resolv.conf "$root/etc/resolv.conf" &&
+        in_root apt-get update
+}
+
+in_root() {
+    chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C DEBIAN_FRONTEND=noninteractive \
+        "$@" >"$headless_dir/root.log" 2>&1
+}
+
+install_in_root() {
+    in_root apt-get install -y --no-install-recommends "$@" || {
+        tail -n 20 "$headless_dir/root.log" >&2
+        fail "installing $*"
+    }
+}
+
+# files_of_root: all there are, but for the package manager's own.
+files_of_root() {
+    env -C "$root" find . -regextype posix-extended -type d \
+        -regex '\./(proc|dev|tmp|var/(cache|log|lib/(apt|dpkg)))' -prune -o -print | LC_ALL=C sort
+}
+
+# play_in_root PROGRAM: as a user of that system who has no home.
+play_in_root() {
+    headless_forget_windows
+    open_in_window chroot --userspec=1000:1000 "$root" env -i PATH=/usr/bin DISPLAY="$DISPLAY" HOME=/nonexistent \
+        LIBGL_ALWAYS_SOFTWARE=1 NO_AT_BRIDGE=1 "$1"
+    expect_exit 0 120
+    expect_output
+}
+
+check_deb() {
+    local before=$headless_dir/before after=$headless_dir/after
+    files_of_root >"$before"
+    cp "$deb" "$root/tmp/skovra.deb"
+    install_in_root /tmp/skovra.deb
+    play_in_root /usr/bin/skovra
+    proved "the installed package plays the show to its end"
+    in_root apt-get purge -y --autoremove skovra || fail "removing the package"
+    files_of_root >"$after"
+    ! in_root dpkg-query -W skovra || fail "still known to the system"
+    ! grep -q skovra "$after" || fail "left behind: $(grep skovra "$after")"
+    comm -13 "$before" "$after" >"$headless_dir/left"
+    proved "it is removed without a trace ($(wc -l <"$headless_dir/left") files of what it needed stay)"
+}
+
+# What any desktop has: a display's and a sound server's libraries, GTK and OpenGL.
+check_zip() {
+    install_in_root libasound2 libegl1 libgl1 libgtk-3-0 libpng16-16 libpulse0 libxi6 libxrandr2
+    mkdir -p "$headless_dir/media" "$root/media"
+    unzip -q "$zip" -d "$headless_dir/media"
+    mount --bind -o ro "$headless_dir/media" "$root/media"
+    play_in_root "/media/$(basename "$zip" .zip)/skovra"
+    proved "the unpacked zip plays the show to its end, from where nothing can be written"
+}
+
+start_display
+check_form
+check_made_again
+if ! make_root; then
+    tail -n 5 "$headless_dir/root.log" >&2
+    echo "Not proved: a minimal Debian cannot be made here (it takes root, mount and apt sources)."
+    exit 77
+fi
+check_deb
+check_zip
