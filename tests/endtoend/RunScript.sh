@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# script/run, as a newcomer calls it. Argument: the case to run.
+# What a newcomer calls first. Argument: the case to run.
 # shellcheck source=tests/endtoend/show.sh
 . "$(dirname "$0")/show.sh"
 
@@ -43,6 +43,15 @@ PlaysOnTheDisplayThereIs() {
     headless_wait_active "$title"
     expect_window "$headless_window"
     headless_key Escape
+    expect_exit 0
+}
+
+BuildsTheGallery() {
+    start_display
+    "$root/script/build" release skovra-gallery
+    headless_launch "$root/build/release/bin/skovra-gallery"
+    headless_wait_active "Skovra gallery"
+    headless_key 2 Left Escape
     expect_exit 0
 }
 
