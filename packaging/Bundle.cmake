@@ -4,11 +4,12 @@ cmake_minimum_required(VERSION 3.25)
 find_program(PATCHELF patchelf REQUIRED)
 set(destination $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX})
 
-# Those linked that a desktop may lack, and what those need in turn: cubeb does not start without
-# sndio's and JACK's, whether or not there is such a server. OpenGL, X11, GTK, PulseAudio's and
-# ALSA's are the system's.
+# Those linked that a desktop may lack, and what those need in turn: GLU does not start without
+# libOpenGL, which leads to the system's libGLdispatch, nor cubeb without sndio's and JACK's,
+# whether or not there is such a server. OpenGL, X11, GTK, PulseAudio's and ALSA's are the system's.
 set(bundled
     libGLU.so.1
+    libOpenGL.so.0
     libXxf86vm.so.1
     libbsd.so.0
     libcubeb.so.0

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Proves the packages in build/packages/: their form, that they are the same when made again, and
-# that each plays the show to its end in a Debian with nothing but what it asks for.
-# Ends with 77 where such a system cannot be made, if all else is proved.
+# that each plays the show to its end in a Debian with nothing but what it asks for; the zip in the
+# next one, too. Ends with 77 where such a system cannot be made, if all else is proved.
 # shellcheck source=tests/endtoend/show.sh
 . "$(dirname "$0")/../endtoend/show.sh"
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -55,20 +55,30 @@ check_made_again() {
 
 # In a system with nothing else -------------------------------------------------------------------
 
+roots=()
+
 headless_at_exit() {
-    [ -z "${root:-}" ] || umount --quiet "$root/proc" "$root/media" || :
+    local each
+    for each in "${roots[@]}"; do
+        umount --quiet "$each/proc" "$each/media" || :
+    done
 }
 
-# make_root: a minimal Debian in $root, from where this machine gets its packages.
+# make_root SUITE: that Debian, minimal, in $root, from where this machine gets its packages.
 make_root() {
     local sources
-    root=$headless_dir/root
+    root=$headless_dir/$1
+    roots+=("$root")
     sources=$(find /etc/apt -name '*.list' -o -name '*.sources')
-    xargs --no-run-if-empty cat <<<"$sources" |
-        mmdebstrap --quiet --variant=apt --mode=root bookworm "$root" - >"$headless_dir/root.log" 2>&1 &&
-        mount -t proc proc "$root/proc" &&
-        cp /etc/resolv.conf "$root/etc/resolv.conf" &&
-        in_root apt-get update
+    if ! xargs --no-run-if-empty sed "s/bookworm/$1/g" <<<"$sources" |
+        mmdebstrap --quiet --variant=apt --mode=root "$1" "$root" - >"$headless_dir/root.log" 2>&1 ||
+        ! mount -t proc proc "$root/proc" ||
+        ! cp /etc/resolv.conf "$root/etc/resolv.conf" ||
+        ! in_root apt-get update; then
+        tail -n 5 "$headless_dir/root.log" >&2
+        echo "Not proved: no minimal Debian $1 can be made here (it takes root, mount, apt sources)."
+        exit 77
+    fi
 }
 
 in_root() {
@@ -89,13 +99,22 @@ files_of_root() {
         -regex '\./(proc|dev|tmp|var/(cache|log|lib/(apt|dpkg)))' -prune -o -print | LC_ALL=C sort
 }
 
-# play_in_root PROGRAM: as a user of that system who has no home.
+# play_in_root FOLDER: the programs in there, run by a user of that system who has no home.
 play_in_root() {
+    local as_user=(chroot --userspec=1000:1000 "$root" env -i PATH=/usr/bin HOME=/nonexistent
+        LIBGL_ALWAYS_SOFTWARE=1 NO_AT_BRIDGE=1)
     headless_forget_windows
-    open_in_window chroot --userspec=1000:1000 "$root" env -i PATH=/usr/bin DISPLAY="$DISPLAY" HOME=/nonexistent \
-        LIBGL_ALWAYS_SOFTWARE=1 NO_AT_BRIDGE=1 "$1"
+    open_in_window "${as_user[@]}" DISPLAY="$DISPLAY" "$1/skovra" || {
+        cat "$headless_err" >&2
+        fail "the show does not start"
+    }
     expect_exit 0 120
     expect_output
+    "${as_user[@]}" "$1/skovra-record" --still 5000=/tmp/still.png >"$headless_dir/record.log" 2>&1 || {
+        cat "$headless_dir/record.log" >&2
+        fail "recording a picture"
+    }
+    expect_equal "size of the picture" 1024x768 "$(identify -format '%wx%h' "$root/tmp/still.png")"
 }
 
 check_deb() {
@@ -103,7 +122,7 @@ check_deb() {
     files_of_root >"$before"
     cp "$deb" "$root/tmp/skovra.deb"
     install_in_root /tmp/skovra.deb
-    play_in_root /usr/bin/skovra
+    play_in_root /usr/bin
     proved "the installed package plays the show to its end"
     in_root apt-get purge -y --autoremove skovra || fail "removing the package"
     files_of_root >"$after"
@@ -113,23 +132,21 @@ check_deb() {
     proved "it is removed without a trace ($(wc -l <"$headless_dir/left") files of what it needed stay)"
 }
 
-# What any desktop has: a display's and a sound server's libraries, GTK and OpenGL.
+# check_zip SUITE: with what any desktop has, a display's and a sound server's libraries, GTK and OpenGL.
 check_zip() {
     install_in_root libasound2 libegl1 libgl1 libgtk-3-0 libpng16-16 libpulse0 libxi6 libxrandr2
     mkdir -p "$headless_dir/media" "$root/media"
-    unzip -q "$zip" -d "$headless_dir/media"
+    unzip -q -o "$zip" -d "$headless_dir/media"
     mount --bind -o ro "$headless_dir/media" "$root/media"
-    play_in_root "/media/$(basename "$zip" .zip)/skovra"
-    proved "the unpacked zip plays the show to its end, from where nothing can be written"
+    play_in_root "/media/$(basename "$zip" .zip)"
+    proved "the unpacked zip plays the show to its end in $1, from where nothing can be written"
 }
 
 start_display
 check_form
 check_made_again
-if ! make_root; then
-    tail -n 5 "$headless_dir/root.log" >&2
-    echo "Not proved: a minimal Debian cannot be made here (it takes root, mount and apt sources)."
-    exit 77
-fi
+make_root bookworm
 check_deb
-check_zip
+check_zip bookworm
+make_root trixie
+check_zip trixie
