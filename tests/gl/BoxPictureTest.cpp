@@ -54,7 +54,7 @@ protected:
         return name;
     }
 
-    gltest::OffscreenContext context{size, size};
+    OffscreenContext context{size, size};
 };
 
 // Row k of the colours is k fifths red, and the rest green.

@@ -14,7 +14,7 @@ namespace {
 using Matrix = std::array<double, 16>; // column by column
 
 class RealReshape : public testing::Test {
-    gltest::OffscreenContext context{16, 16};
+    OffscreenContext context{16, 16};
 };
 
 Matrix ReadMatrix(GLenum which) {

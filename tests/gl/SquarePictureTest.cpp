@@ -46,7 +46,7 @@ protected:
         std::filesystem::remove(path);
     }
 
-    gltest::OffscreenContext context{size, size};
+    OffscreenContext context{size, size};
 };
 
 } // namespace

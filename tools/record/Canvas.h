@@ -1,12 +1,12 @@
-// What the show is drawn on: OpenGL without a window and without a display.
+// What the show is drawn on, instead of a window.
 #pragma once
+
+#include "OffscreenContext.h"
 
 namespace record {
 
 struct Picture;
 
-/// A fixed-function OpenGL context and its buffer, current in the thread that makes it and alive
-/// as long as the process. Software draws, unless LIBGL_ALWAYS_SOFTWARE says otherwise.
 class Canvas {
 public:
     /// Sizes in pixels. Throws std::runtime_error where there is no such canvas.
@@ -17,6 +17,9 @@ public:
 
     /// What is drawn on it; @p picture has its size.
     void Read(Picture& picture) const;
+
+private:
+    OffscreenContext context;
 };
 
 } // namespace record

@@ -3,13 +3,11 @@
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
+#include <GL/gl.h>
 
 #include <cstdlib>
-#include <sstream>
 #include <stdexcept>
 #include <string>
-
-namespace gltest {
 
 struct OffscreenContext::Handles {
     Handles() = default;
@@ -33,21 +31,18 @@ struct OffscreenContext::Handles {
 
 namespace {
 
-void Require(bool succeeded, const char* step) {
+void Require(bool succeeded, const std::string& what) {
     if (!succeeded) {
-        std::ostringstream text;
-        text << step << ": EGL error 0x" << std::hex << eglGetError();
-        throw std::runtime_error(text.str());
+        throw std::runtime_error("cannot draw: no " + what);
     }
 }
 
 EGLDisplay OpenDisplay() {
-    setenv("LIBGL_ALWAYS_SOFTWARE", "1", 0);
-    setenv("LP_NUM_THREADS", "0", 0); // software draws in the calling thread
-    EGLDisplay display =
+    setenv("LIBGL_ALWAYS_SOFTWARE", "1", 0); // the same pictures whatever the graphics card
+    const EGLDisplay display =
         eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
-    Require(display != EGL_NO_DISPLAY, "no surfaceless display");
-    Require(eglInitialize(display, nullptr, nullptr) == EGL_TRUE, "initialisation");
+    Require(display != EGL_NO_DISPLAY && eglInitialize(display, nullptr, nullptr) == EGL_TRUE,
+            "OpenGL without a display");
     return display;
 }
 
@@ -58,27 +53,22 @@ EGLDisplay Display() {
 }
 
 EGLConfig ChooseConfig(EGLDisplay display) {
-    const EGLint wanted[] = {EGL_SURFACE_TYPE,
-                             EGL_PBUFFER_BIT,
-                             EGL_RENDERABLE_TYPE,
-                             EGL_OPENGL_BIT,
-                             EGL_RED_SIZE,
-                             8,
-                             EGL_GREEN_SIZE,
-                             8,
-                             EGL_BLUE_SIZE,
-                             8,
-                             EGL_ALPHA_SIZE,
-                             8,
-                             EGL_DEPTH_SIZE,
-                             24,
-                             EGL_SAMPLE_BUFFERS,
-                             0,
-                             EGL_NONE};
+    // clang-format off
+    const EGLint wanted[] = {
+        EGL_SURFACE_TYPE, EGL_PBUFFER_BIT,
+        EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
+        EGL_RED_SIZE, 8,
+        EGL_GREEN_SIZE, 8,
+        EGL_BLUE_SIZE, 8,
+        EGL_ALPHA_SIZE, 8,
+        EGL_DEPTH_SIZE, 24,
+        EGL_SAMPLE_BUFFERS, 0,
+        EGL_NONE};
+    // clang-format on
     EGLConfig config = nullptr;
     EGLint count = 0;
-    Require(eglChooseConfig(display, wanted, &config, 1, &count) == EGL_TRUE && count == 1,
-            "no configuration with an off-screen buffer");
+    const bool chosen = eglChooseConfig(display, wanted, &config, 1, &count) == EGL_TRUE;
+    Require(chosen && count == 1, "buffer of colour and depth");
     return config;
 }
 
@@ -86,19 +76,22 @@ EGLConfig ChooseConfig(EGLDisplay display) {
 
 OffscreenContext::OffscreenContext(int width, int height) : handles(std::make_unique<Handles>()) {
     handles->display = Display();
-    Require(eglBindAPI(EGL_OPENGL_API) == EGL_TRUE, "no desktop OpenGL");
+    Require(eglBindAPI(EGL_OPENGL_API) == EGL_TRUE, "desktop OpenGL");
     const EGLConfig config = ChooseConfig(handles->display);
     const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
     handles->surface = eglCreatePbufferSurface(handles->display, config, size);
-    Require(handles->surface != EGL_NO_SURFACE, "off-screen buffer");
+    Require(handles->surface != EGL_NO_SURFACE,
+            "buffer of " + std::to_string(width) + "x" + std::to_string(height) + " pixels");
     // Without a version asked for, the context is one with the fixed functions.
     handles->context = eglCreateContext(handles->display, config, EGL_NO_CONTEXT, nullptr);
-    Require(handles->context != EGL_NO_CONTEXT, "context");
-    Require(eglMakeCurrent(handles->display, handles->surface, handles->surface,
-                           handles->context) == EGL_TRUE,
-            "making the context current");
+    Require(handles->context != EGL_NO_CONTEXT &&
+                eglMakeCurrent(handles->display, handles->surface, handles->surface,
+                               handles->context) == EGL_TRUE,
+            "fixed-function OpenGL");
+    GLint largest[2] = {0, 0};
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, largest);
+    Require(width <= largest[0] && height <= largest[1],
+            "picture larger than " + std::to_string(largest[0]) + "x" + std::to_string(largest[1]));
 }
 
 OffscreenContext::~OffscreenContext() = default;
-
-} // namespace gltest

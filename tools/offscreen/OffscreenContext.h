@@ -1,13 +1,11 @@
-// A real OpenGL context without a display, for tests that look at what is drawn.
+// A real OpenGL context without a display: what is recorded is drawn there, and what tests look at.
 #pragma once
 
 #include <memory>
 
-namespace gltest {
-
-/// A fixed-function OpenGL context with an off-screen buffer of colour, alpha and depth, current
-/// from construction to destruction in the thread that made it. Drawn by software and in that
-/// thread, unless LIBGL_ALWAYS_SOFTWARE and LP_NUM_THREADS say otherwise. One at a time.
+/// A fixed-function OpenGL context with an off-screen buffer of colour, alpha and depth, one sample
+/// a pixel, current from construction to destruction in the thread that made it. Drawn by software
+/// unless LIBGL_ALWAYS_SOFTWARE says otherwise. One at a time.
 class OffscreenContext {
 public:
     /// Sizes in pixels, >= 1. Throws std::runtime_error where there is no such context.
@@ -21,5 +19,3 @@ private:
     struct Handles;
     std::unique_ptr<Handles> handles;
 };
-
-} // namespace gltest
