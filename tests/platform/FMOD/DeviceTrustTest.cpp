@@ -1,0 +1,192 @@
+// Devices that fail, are late, or say what cannot be.
+#include "OutputTimeline.h"
+
+#include "TimelineDevice.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+using devices::Counter;
+using devices::Device;
+using devices::ms;
+using sound::DeviceFeed;
+using sound::OutputTimeline;
+
+TEST(DeviceTrust, GoesOnSilentlyWhenTheDeviceReportsAnError) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+    const std::int64_t before = timeline.HeardFrames(now);
+
+    device.feed.Fail();
+
+    EXPECT_TRUE(timeline.FallSilentIfLost(now));
+    EXPECT_FALSE(timeline.IsSounding());
+    EXPECT_EQ(timeline.HeardFrames(now), before);
+    for (std::int64_t later = 0; later < 500; later += 10) {
+        timeline.AdvanceSilence(now + later * ms);
+        EXPECT_EQ(timeline.HeardFrames(now + later * ms), before + later * 441 / 10);
+    }
+}
+
+TEST(DeviceTrust, GoesOnSilentlyWhenTheDeviceAsksForNothingAnyMore) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+
+    // It has 100 ms in hand, and as much again to come back.
+    std::int64_t last = timeline.HeardFrames(now);
+    std::int64_t stoppedMs = 0;
+    while (!timeline.FallSilentIfLost(now + stoppedMs * ms) && stoppedMs < 1000) {
+        stoppedMs += 5;
+    }
+    EXPECT_GE(stoppedMs, 150);
+    EXPECT_LE(stoppedMs, 210);
+
+    // No jump: each 10 ms bring 10 ms, from where the clock had come to a halt.
+    now += stoppedMs * ms;
+    EXPECT_EQ(timeline.HeardFrames(now), counter.next);
+    EXPECT_GE(timeline.HeardFrames(now), last);
+    last = timeline.HeardFrames(now);
+    for (std::int64_t later = 10; later < 500; later += 10) {
+        timeline.AdvanceSilence(now + later * ms);
+        EXPECT_EQ(timeline.HeardFrames(now + later * ms), last + later * 441 / 10);
+    }
+}
+
+TEST(DeviceTrust, TellsWhenADeviceThatAsksForNothingMoreIsLost) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    EXPECT_EQ(timeline.PatienceNs(now), 0);
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+
+    const std::int64_t lostNs = now + timeline.PatienceNs(now);
+
+    EXPECT_FALSE(timeline.FallSilentIfLost(lostNs - ms));
+    EXPECT_LT(timeline.PatienceNs(lostNs - ms), 2 * ms);
+    EXPECT_EQ(timeline.PatienceNs(lostNs + ms), 0);
+    EXPECT_TRUE(timeline.FallSilentIfLost(lostNs));
+    EXPECT_EQ(timeline.PatienceNs(lostNs), 0);
+}
+
+TEST(DeviceTrust, GivesALostDeviceNothingMore) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 500 * ms);
+    device.feed.Fail();
+    ASSERT_TRUE(timeline.FallSilentIfLost(now));
+
+    EXPECT_FALSE(device.Ask(441, now));
+    EXPECT_EQ(device.given.back(), 0);
+}
+
+TEST(DeviceTrust, PutsUpWithADeviceThatIsLateForAMoment) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+
+    now += 90 * ms;
+
+    EXPECT_FALSE(timeline.FallSilentIfLost(now));
+    EXPECT_TRUE(device.Ask(4410, now));
+    EXPECT_TRUE(timeline.IsSounding());
+}
+
+TEST(DeviceTrust, RefusesADeviceThatTakesAnyAmount) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    DeviceFeed feed(timeline);
+    std::vector<float> block(std::size_t{2} * 4410);
+
+    // It "plays" all it gets at once, 12000 times too fast.
+    std::int64_t taken = 0;
+    std::int64_t now = 0;
+    while (feed.Render(block.data(), 4410, taken, now) && now < 100 * ms) {
+        taken += 4410;
+        now += ms / 100;
+    }
+
+    EXPECT_TRUE(feed.HasFailed());
+    EXPECT_LT(taken, 44100);
+    EXPECT_FALSE(timeline.IsSounding());
+    EXPECT_EQ(counter.next, 4410); // none of the music was given to it
+}
+
+TEST(DeviceTrust, LeavesADeviceThatBeginsToRunAway) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+    ASSERT_TRUE(timeline.IsSounding());
+
+    int asked = 0;
+    while (device.Ask(4410, now) && asked < 100) {
+        ++asked;
+    }
+
+    EXPECT_LT(asked, 20);
+    EXPECT_TRUE(timeline.FallSilentIfLost(now));
+}
+
+TEST(DeviceTrust, KeepsADeviceWhoseRateIsALittleOff) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    DeviceFeed feed(timeline);
+    std::vector<float> block(std::size_t{2} * 445);
+    std::int64_t handed = 4410;
+    feed.Render(std::vector<float>(std::size_t{2} * 4410).data(), 4410, 0, 0);
+
+    // Almost one per cent fast, for ten minutes.
+    std::int64_t now = 10 * ms;
+    while (now < 600'000 * ms && feed.Render(block.data(), 445, handed - 4410, now)) {
+        handed += 445;
+        now += 10 * ms;
+    }
+
+    EXPECT_FALSE(feed.HasFailed());
+    EXPECT_TRUE(timeline.IsSounding());
+}
+
+TEST(DeviceTrust, TrustsNoDeviceThatCannotTellItsPosition) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    DeviceFeed feed(timeline);
+    std::vector<float> block(std::size_t{2} * 441);
+
+    for (std::int64_t now = 0; now < 1000 * ms; now += 10 * ms) {
+        EXPECT_TRUE(feed.Render(block.data(), 441, -1, now));
+    }
+
+    EXPECT_FALSE(timeline.IsSounding());
+}
+
+TEST(DeviceTrust, RunsOnWhileTheDeviceCannotTellItsPosition) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    std::int64_t now = 0;
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+    std::vector<float> block(std::size_t{2} * 441);
+
+    for (const std::int64_t end = now + 1000 * ms; now < end; now += 10 * ms) {
+        device.feed.Render(block.data(), 441, -1, now);
+    }
+
+    EXPECT_TRUE(timeline.IsSounding());
+    EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
+                static_cast<double>(sound::FramesIn(now)), 2.0);
+}

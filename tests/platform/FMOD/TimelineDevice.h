@@ -1,0 +1,72 @@
+// A source and a device of the output timeline, in a time that the test sets.
+#pragma once
+
+#include "OutputTimeline.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace devices {
+
+inline constexpr std::int64_t ms = 1'000'000; ///< in ns
+
+/// A source whose frames hold their own number plus one: 1, 2, 3, ... (0 is silence).
+struct Counter {
+    std::int64_t next = 0;
+
+    static void Render(void* context, float* block, std::int32_t frames) noexcept {
+        auto* self = static_cast<Counter*>(context);
+        for (std::int32_t i = 0; i < frames; ++i) {
+            ++self->next;
+            *block++ = static_cast<float>(self->next);
+            *block++ = static_cast<float>(self->next);
+        }
+    }
+    static void Wait(void*, std::int32_t) noexcept {}
+
+    sound::Source AsSource() { return {this, Render, Wait}; }
+};
+
+/// A device that has been started, with @p latencyFrames always in its buffer, played in real time
+/// from @p startNs on.
+struct Device {
+    Device(sound::OutputTimeline& timeline, std::int64_t fillNs, std::int64_t beginNs,
+           std::int32_t latencyFrames)
+        : feed(timeline), startNs(beginNs) {
+        Ask(latencyFrames, fillNs);
+    }
+
+    std::int64_t Played(std::int64_t nowNs) const {
+        return std::max<std::int64_t>(sound::FramesIn(nowNs - startNs), 0);
+    }
+
+    bool Ask(std::int32_t frames, std::int64_t nowNs) {
+        std::vector<float> block(2 * static_cast<std::size_t>(frames), -1.0F);
+        const bool wanted = feed.Render(block.data(), frames, Played(nowNs) + misjudged, nowNs);
+        for (std::size_t i = 0; i < block.size(); i += 2) {
+            given.push_back(static_cast<std::int64_t>(block[i]));
+        }
+        return wanted;
+    }
+
+    // Asks for 10 ms every 10 ms.
+    void RunUntil(std::int64_t& nowNs, std::int64_t endNs) {
+        for (; nowNs < endNs; nowNs += 10 * ms) {
+            Ask(441, nowNs);
+        }
+    }
+
+    // The number, plus one, of the source's frame that leaves the loudspeaker; 0: silence.
+    std::int64_t Sounding(std::int64_t nowNs) const {
+        return given.at(static_cast<std::size_t>(Played(nowNs)));
+    }
+
+    sound::DeviceFeed feed;
+    std::int64_t startNs;
+    std::int64_t misjudged = 0; ///< frames by which what it says is off
+    std::vector<std::int64_t> given;
+};
+
+} // namespace devices
