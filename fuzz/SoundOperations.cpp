@@ -3,7 +3,7 @@
 #include "Expect.h"
 #include "MemoryFile.h"
 #include "Operation.h"
-#include "TimelineOutput.h"
+#include "SimulatedOutput.h"
 
 #include <FMOD/FMOD.h>
 

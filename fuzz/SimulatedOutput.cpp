@@ -1,5 +1,5 @@
 // The live output's clock and its changes between devices, in a time that the fuzzer sets.
-#include "TimelineOutput.h"
+#include "SimulatedOutput.h"
 
 #include "Expect.h"
 #include "Output.h"
