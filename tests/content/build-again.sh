@@ -1,17 +1,17 @@
 #!/usr/bin/env bash
-# content/build gives the files of resources/ again: pictures pixel by pixel, the music, decoded, to
-# within -90 dB of full scale.
+# content/build gives the files of resources/ and the icons again: pictures pixel by pixel, the
+# music, decoded, to within -90 dB of full scale.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 again=$(mktemp -d)
 trap 'rm -rf "$again"' EXIT
 
-RESOURCES=$again "$root/content/build"
+RESOURCES=$again ICONS=$again "$root/content/build"
 
 status=0
-for picture in skovr credits texture; do
-    differing=$(compare -metric AE "$root/resources/$picture.png" "$again/$picture.png" null: 2>&1) || :
-    echo "$picture.png: $differing pixels differ"
+for picture in "$root"/resources/*.png "$root"/packaging/icons/*.png; do
+    differing=$(compare -metric AE "$picture" "$again/${picture##*/}" null: 2>&1) || :
+    echo "${picture##*/}: $differing pixels differ"
     [ "$differing" = 0 ] || status=1
 done
 
