@@ -4,8 +4,8 @@ install(TARGETS ${programs} DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${skovra_resource_files} DESTINATION ${CMAKE_INSTALL_DATADIR}/skovra)
 
 install(FILES skovra.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-configure_file(org.halvmork.Skovra.metainfo.xml.in org.halvmork.Skovra.metainfo.xml @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.halvmork.Skovra.metainfo.xml
+configure_file(example.halvmork.skovra.metainfo.xml.in example.halvmork.skovra.metainfo.xml @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/example.halvmork.skovra.metainfo.xml
     DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
 install(FILES icons/skovra.svg DESTINATION ${icons}/scalable/apps)
@@ -25,10 +25,12 @@ function(install_compressed file destination name)
     install(FILES ${compressed} DESTINATION ${destination})
 endfunction()
 
-set(source ${CMAKE_CURRENT_SOURCE_DIR})
-install_compressed(${source}/man/skovra.6 ${CMAKE_INSTALL_MANDIR}/man6 skovra.6)
-install_compressed(${source}/man/skovra-gallery.6 ${CMAKE_INSTALL_MANDIR}/man6 skovra-gallery.6)
-install_compressed(${source}/man/skovra-record.1 ${CMAKE_INSTALL_MANDIR}/man1 skovra-record.1)
+foreach(page IN ITEMS skovra.6 skovra-gallery.6 skovra-record.1)
+    configure_file(man/${page}.in man/${page} @ONLY)
+    string(REGEX MATCH "[0-9]$" section ${page})
+    install_compressed(${CMAKE_CURRENT_BINARY_DIR}/man/${page}
+        ${CMAKE_INSTALL_MANDIR}/man${section} ${page})
+endforeach()
 
 # The .deb.
 execute_process(

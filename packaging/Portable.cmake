@@ -11,7 +11,11 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/skovra.nfo ${CMAKE_CURRENT_BINARY_DIR}
     DESTINATION . ${portable})
 
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION licences RENAME skovra.txt ${portable})
-install(FILES ${PROJECT_SOURCE_DIR}/LICENSES.md DESTINATION licences ${portable})
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/LICENSES.md)
+file(READ ${PROJECT_SOURCE_DIR}/LICENSES.md licences)
+string(REPLACE "](LICENSE)" "](skovra.txt)" licences "${licences}")
+file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/LICENSES.md "${licences}")
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/LICENSES.md DESTINATION licences ${portable})
 # Those that the libraries' own texts refer to.
 foreach(licence IN ITEMS GPL-3 LGPL-2.1)
     install(FILES /usr/share/common-licenses/${licence}

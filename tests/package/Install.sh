@@ -23,7 +23,7 @@ required_files() {
     done
     echo share/icons/hicolor/scalable/apps/skovra.svg
     echo share/applications/skovra.desktop
-    echo share/metainfo/org.halvmork.Skovra.metainfo.xml
+    echo share/metainfo/example.halvmork.skovra.metainfo.xml
 }
 
 EachFileIsInItsPlace() {
@@ -104,6 +104,7 @@ libstdc++.so.6" "$(needed "$folder"/skovra "$folder"/skovra-* "$folder"/lib/* | 
         [ -s "$folder/licences/$package.txt" ] || fail "no licence of $name"
         grep -q "| $package .*| lib/ |\$" "$SOURCES/LICENSES.md" || fail "LICENSES.md lacks $package, in lib/"
     done
+    bash "$SOURCES/tests/docs/links.sh" "$folder/licences/LICENSES.md" || fail "links in LICENSES.md"
     for name in libglut.so.3.12 libcubeb.so.0 libmpg123.so.0 libsoxr.so.0 libkissfft-float.so.131; do
         [ -s "$folder/lib/$name" ] || fail "it lacks $name"
     done
