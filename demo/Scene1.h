@@ -1,6 +1,7 @@
 // The visible show: the picture, the spectrum bars and the box.
 #pragma once
 
+/// The box is black and hardly a point on the screen: it is drawn, and not to be noticed.
 /// Draws the show for the present music position and spectrum and moves it on by one frame.
 /// Needs `demo`, `kasse` and a current OpenGL context with the model-view matrix selected.
 /// Leaves the model-view matrix moved (the caller restores it), the texture matrix scrolled for
