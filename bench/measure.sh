@@ -4,8 +4,8 @@
 script/build bench
 
 PROGRAMS=$PWD/build/bench/bin
-# shellcheck source=tests/endtoend/show.sh
-. tests/endtoend/show.sh
+# shellcheck source=script/lib/show.sh
+. script/lib/show.sh
 
 say() {
     printf '%s %s\n' "$(date +%T)" "$*" >&2

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The examples of docs/engine.md, run. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 draws_something() {
     [ "$(import -window "$headless_window" png:- | identify -format %k -)" -gt 1 ]
@@ -9,8 +9,9 @@ draws_something() {
 
 EachDrawsSomething() {
     start_display
-    local name names
-    mapfile -t names < <(sed -n 's/^<!-- example: \(.*\) -->$/\1/p' "$here/../../docs/engine.md")
+    local name names document
+    document=$(dirname "$0")/../../docs/engine.md
+    mapfile -t names < <(sed -n 's/^<!-- example: \(.*\) -->$/\1/p' "$document")
     ((${#names[@]} > 10)) || fail "the document has lost its examples"
     for name in "${names[@]}"; do
         [ "$name" != AlertBox ] || continue # asks instead of drawing: the next case

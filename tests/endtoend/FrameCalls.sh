@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The OpenGL calls of real frames, as traced, and their memory. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 first_frame=10
 last_frame=12

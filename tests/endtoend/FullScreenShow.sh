@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The show in full screen. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 screen_size() {
     xdpyinfo | awk '/dimensions:/ { print $2; exit }'

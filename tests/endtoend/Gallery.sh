@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The gallery of the engine's primitives. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 open_gallery() {
     start_display

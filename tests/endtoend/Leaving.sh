@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The viewer's ways out of the show, each with status 0. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 EscapeRightAfterTheWindowOpensLeaves() {
     start_display

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The show started and left again and again. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 seed=${REPEAT_SEED:-20062}
 displays=4 # with shows at once

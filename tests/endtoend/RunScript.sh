@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # What a newcomer calls first. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
-root=$(cd "$here/../.." && pwd)
+root=$(cd "$(dirname "$0")/../.." && pwd)
 screenshots=$root/build/release/screenshots
 
 # colours_of FILE: how many different colours it shows.

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The show on a sound server, which may come and go. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 PlaysThroughASoundServer() {
     start_display

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The show in a window that is not left in peace. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 seed=${WINDOW_ABUSE_SEED:-20061}
 batches=10

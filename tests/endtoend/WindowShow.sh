@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The whole show in window mode. Argument: the case to run.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 RunsFromStartToFinish() {
     start_display

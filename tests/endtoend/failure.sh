@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # What the tests of failures share. Sourced first.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "${BASH_SOURCE[0]}")/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "${BASH_SOURCE[0]}")/../../script/lib/show.sh"
 
 # shellcheck disable=SC2034 # how long the waits of headless.sh last: longer only if it hangs
 headless_limit=60

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # What `cmake --install` leaves. Argument: the case to run; $BUILD is the build folder.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/../endtoend/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 
 # installed: the tree, in $prefix.
 installed() {

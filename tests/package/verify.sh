@@ -2,8 +2,8 @@
 # Proves the packages in build/packages/: their form, that they are the same when made again, and
 # that each plays the show to its end in a Debian with nothing but what it asks for; the zip in the
 # next one, too. Ends with 77 where such a system cannot be made, if all else is proved.
-# shellcheck source=tests/endtoend/show.sh
-. "$(dirname "$0")/../endtoend/show.sh"
+# shellcheck source=script/lib/show.sh
+. "$(dirname "$0")/../../script/lib/show.sh"
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
 packages=$PWD/build/packages

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# What the end-to-end tests share: a display, a copy of the program to tamper with, the answers to
-# its boxes, and what it must print. Sourced first; $PROGRAMS is the folder of the built programs.
+# The show as tests, benchmarks and examinations need it: a display, a copy of the program to tamper
+# with, the answers to its boxes, and what it must print. Sourced first; $PROGRAMS is the folder of
+# the built programs.
 set -euo pipefail
 
-here=$(dirname "${BASH_SOURCE[0]}")
 # shellcheck source=script/lib/headless.sh
-. "$here/../../script/lib/headless.sh"
+. "$(dirname "${BASH_SOURCE[0]}")/headless.sh"
 
 title='"QVZ 02 - Skovra"'
 
