@@ -88,6 +88,14 @@ answer() {
     headless_key Return
 }
 
+# press_button QUARTER: clicks at the lower edge of the box waited for last, where its buttons are,
+# so many quarters of its width from the left.
+press_button() {
+    local geometry
+    read -r -a geometry <<<"$(headless_geometry "$headless_window")"
+    headless_click "$headless_window" $((geometry[2] * $1 / 4)) $((geometry[3] - 20))
+}
+
 open_in_window() {
     launch "$@"
     answer Escape

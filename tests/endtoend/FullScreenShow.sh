@@ -28,12 +28,10 @@ CoversTheScreenAndHidesTheCursor() {
     expect_equal "cursor afterwards" visible "$("$PROGRAMS/cursor-state")"
 }
 
-# Boxes without keyboard focus are answered by the mouse: their buttons stand at the lower edge.
-press_button() {
-    local geometry
+# answer_by_mouse QUARTER: a box without keyboard focus, by the button that stands there.
+answer_by_mouse() {
     headless_wait_visible "$title" 60
-    read -r -a geometry <<<"$(headless_geometry "$headless_window")"
-    headless_click "$headless_window" $((geometry[2] * $1 / 4)) $((geometry[3] - 20))
+    press_button "$1"
     headless_wait_gone "$headless_window"
 }
 
@@ -42,9 +40,9 @@ CoversTheScreenWithoutAWindowManager() {
     headless_start_xvfb
     without_sound
     launch "$PROGRAMS/skovra-positions"
-    press_button 2
-    press_button 3
-    press_button 2
+    answer_by_mouse 2
+    answer_by_mouse 3
+    answer_by_mouse 2
     expect_covered_screen 1280 1024
     headless_key Escape
     expect_exit 0

@@ -14,13 +14,6 @@ show_boxes() {
     headless_wait_active "$box"
 }
 
-# press_button QUARTER: clicks at the lower edge, so many quarters of the width from the left.
-press_button() {
-    local geometry
-    read -r -a geometry <<<"$(headless_geometry "$headless_window")"
-    headless_click "$headless_window" $((geometry[2] * $1 / 4)) $((geometry[3] - 20))
-}
-
 expect_answers() {
     expect_exit 0
     expect_equal "answers" "$(printf '%s\n' "$@")" "$(cat "$headless_out")"
