@@ -48,33 +48,21 @@ has() {
 
 # The sound server --------------------------------------------------------------------------------
 
-# start_server: what its sink lets be heard is written to $sink_log. Zeros keep the sink awake; it
-# begins with two seconds of nothing that it does not take back for a player.
+# start_server: what its sink lets be heard is written to $sink_log. The sink begins with two seconds
+# of nothing that it does not take back for a player.
 start_server() {
-    local socket=$headless_dir/runtime/pulse-socket
     sink_log=$headless_dir/sink
-    rm -f "$sink_log" "$socket"
-    SINK_LOG=$sink_log LD_PRELOAD=$PROGRAMS/bench-sink-log.so \
-        pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes \
-        -L "module-null-sink format=float32le rate=44100 channels=2" \
-        -L "module-native-protocol-unix auth-anonymous=1 socket=$socket" \
-        >"$headless_dir/pulse.log" 2>&1 &
-    server=$!
-    headless_pids+=("$server")
-    headless_wait_until 30 "the sound server" [ -S "$socket" ]
-    export PULSE_SERVER=unix:$socket
-    pacat --latency-msec=20 --raw /dev/zero >"$headless_dir/pacat.log" 2>&1 &
-    zeros=$!
-    headless_pids+=("$zeros")
-    headless_wait_until 30 "the sink to run" sink_is_running
+    rm -f "$sink_log"
+    start_sound_server "format=float32le rate=44100 channels=2" --latency-msec=20 \
+        "SINK_LOG=$sink_log" "LD_PRELOAD=$PROGRAMS/bench-sink-log.so"
     sleep 2.5
 }
 
 # end_server: after a moment, in which what was played last is heard.
 end_server() {
     sleep 0.3
-    headless_stop "$zeros"
-    headless_stop "$server"
+    headless_stop "$sound_zeros"
+    headless_stop "$sound_server"
 }
 
 start_load() {

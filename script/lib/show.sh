@@ -43,20 +43,22 @@ sink_is_running() {
     pactl list short sinks | grep -q RUNNING
 }
 
-# start_sound_server: one of our own, its pid in $sound_server. Zeros keep its sink awake, or else it
-# starts late.
+# start_sound_server [SINK [ZEROS [NAME=VALUE...]]]: one of our own, its pid in $sound_server. Zeros
+# keep its sink awake, or else it starts late; the pid of what plays them is in $sound_zeros. SINK is
+# for arguments of the sink, ZEROS for an option of pacat, the rest for the server's environment.
 start_sound_server() {
     local socket=$headless_dir/runtime/pulse-socket
     rm -f "$socket" # of a server that was killed
-    pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes \
-        -L "module-null-sink" -L "module-native-protocol-unix socket=$socket" \
-        >"$headless_dir/pulse.log" 2>&1 &
+    env "${@:3}" pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no \
+        --disable-shm=yes -L "module-null-sink ${1:-}" \
+        -L "module-native-protocol-unix socket=$socket" >"$headless_dir/pulse.log" 2>&1 &
     sound_server=$!
     headless_pids+=("$sound_server")
     headless_wait_until 30 "the sound server" [ -S "$socket" ]
     export PULSE_SERVER=unix:$socket
-    pacat --raw /dev/zero >"$headless_dir/pacat.log" 2>&1 &
-    headless_pids+=("$!")
+    pacat ${2:+"$2"} --raw /dev/zero >"$headless_dir/pacat.log" 2>&1 &
+    sound_zeros=$!
+    headless_pids+=("$sound_zeros")
     headless_wait_until 30 "the sink to run" sink_is_running
 }
 
