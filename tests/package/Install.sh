@@ -2,6 +2,8 @@
 # What `cmake --install` leaves. Argument: the case to run; $BUILD is the build folder.
 # shellcheck source=script/lib/show.sh
 . "$(dirname "$0")/../../script/lib/show.sh"
+# shellcheck source=tests/package/form.sh
+. "$(dirname "$0")/form.sh"
 
 # installed: the tree, in $prefix.
 installed() {
@@ -114,16 +116,9 @@ libstdc++.so.6" "$(needed "$folder"/skovra "$folder"/skovra-* "$folder"/lib/* | 
 }
 
 TheDesktopUnderstandsWhatIsForIt() {
-    local page warnings
     headless_begin
     installed
-    desktop-file-validate "$prefix/share/applications/skovra.desktop" || fail "desktop entry"
-    appstreamcli validate --no-net "$prefix"/share/metainfo/*.xml || fail "metainfo"
-    for page in "$prefix"/share/man/man*/*; do
-        warnings=$(LC_ALL=C.UTF-8 MANROFFSEQ='' MANWIDTH=80 \
-            man --warnings -E UTF-8 -l -Tutf8 -Z "$page" 2>&1 >/dev/null)
-        expect_equal "warnings of ${page##*/}" "" "$warnings"
-    done
+    check_form "$prefix"
 }
 
 TheShowPlaysWhereverItIsMoved() {

@@ -4,34 +4,22 @@
 # next one, too. Ends with 77 where such a system cannot be made, if all else is proved.
 # shellcheck source=script/lib/show.sh
 . "$(dirname "$0")/../../script/lib/show.sh"
+# shellcheck source=tests/package/form.sh
+. "$(dirname "$0")/form.sh"
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
 packages=$PWD/build/packages
 deb=$(echo "$packages"/*.deb)
 zip=$(echo "$packages"/*.zip)
 
-proved() {
-    echo "ok: $*"
-}
-
 # Form --------------------------------------------------------------------------------------------
 
-check_form() {
-    local page unpacked=$headless_dir/unpacked
+check_form_of_deb() {
+    local unpacked=$headless_dir/unpacked
     lintian --allow-root --fail-on error,warning "$deb" || fail "lintian"
     proved "lintian"
     dpkg-deb --extract "$deb" "$unpacked"
-    desktop-file-validate "$unpacked"/usr/share/applications/*.desktop || fail "desktop entry"
-    proved "desktop-file-validate"
-    appstreamcli validate --no-net "$unpacked"/usr/share/metainfo/*.xml >"$headless_dir/appstream" || {
-        cat "$headless_dir/appstream"
-        fail "metainfo"
-    }
-    proved "appstreamcli validate --no-net"
-    for page in "$unpacked"/usr/share/man/man*/*; do
-        [ -z "$(man --warnings -E UTF-8 -l "$page" 2>&1 >/dev/null)" ] || fail "${page##*/}"
-    done
-    proved "man --warnings"
+    check_form "$unpacked/usr"
 }
 
 # The same bytes ----------------------------------------------------------------------------------
@@ -143,7 +131,7 @@ check_zip() {
 }
 
 start_display
-check_form
+check_form_of_deb
 check_made_again
 make_root bookworm
 check_deb
