@@ -8,10 +8,8 @@
 #include "DemoEngine.h"
 #include "Display.h"
 #include "FmodEngine.h"
-#include "LightEngine.h"
-#include "TextureManager.h"
-#include "TimeEngine.h"
 
+#include "DemoParts.h"
 #include "Effects.h"
 #include "Glut.h"
 
@@ -24,12 +22,7 @@ ShowFixture::ShowFixture() {
 
 ShowFixture::~ShowFixture() {
     if (demo != nullptr) {
-        delete demo->placeholderA;
-        delete demo->placeholderB;
-        delete demo->textures;
-        delete demo->light;
-        delete[] demo->clearColour;
-        delete demo->time;
+        doubles::DeleteParts(*demo);
         delete demo->fmod;
         delete demo;
     }

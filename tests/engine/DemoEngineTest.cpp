@@ -6,6 +6,7 @@
 #include "TextureManager.h"
 #include "TimeEngine.h"
 
+#include "DemoParts.h"
 #include "Effects.h"
 #include "Fixture.h"
 #include "Fmod.h"
@@ -25,15 +26,7 @@ protected:
         EffectsOf([this] { music = std::make_unique<engine::FmodEngine>("synchtune"); });
     }
 
-    // The engine leaves what it makes to the end of the process.
-    ~DemoEngineTest() override {
-        delete demo->placeholderA;
-        delete demo->placeholderB;
-        delete demo->textures;
-        delete demo->light;
-        delete[] demo->clearColour;
-        delete demo->time;
-    }
+    ~DemoEngineTest() override { doubles::DeleteParts(*demo); }
 
     std::string made; // what the construction of `demo` called and printed
     std::unique_ptr<engine::DemoEngine> demo;
