@@ -1,9 +1,8 @@
-// Program entry of the tests: with --wrap=main it is what starts instead of the show's main.
-#include <gmock/gmock.h>
+// Program entry of tests linked with the show's objects, which hold a main of their own: the linker
+// is told to enter here (--wrap=main).
+#include <gtest/gtest.h>
 
-extern "C" int __wrap_main(int argumentCount, char** arguments); // the linker gives it this name
-
-int __wrap_main(int argumentCount, char** arguments) {
-    testing::InitGoogleMock(&argumentCount, arguments);
+extern "C" int __wrap_main(int argumentCount, char** arguments) {
+    testing::InitGoogleTest(&argumentCount, arguments);
     return RUN_ALL_TESTS();
 }

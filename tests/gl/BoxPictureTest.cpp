@@ -2,6 +2,7 @@
 #include "Box.h"
 #include "OffscreenContext.h"
 #include "Picture.h"
+#include "Texels.h"
 
 #include <GL/gl.h>
 #include <gtest/gtest.h>
@@ -41,15 +42,7 @@ protected:
 
     // Red and green in the first row, blue and white in the second.
     static GLuint MakeTexture() {
-        const std::array<unsigned char, 12> texels = {255, 0, 0,   0,   255, 0, //
-                                                      0,   0, 255, 255, 255, 255};
-        GLuint name = 0;
-        glGenTextures(1, &name);
-        glBindTexture(GL_TEXTURE_2D, name);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-        glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB8, 2, 2, 0, GL_RGB, GL_UNSIGNED_BYTE, texels.data());
+        const GLuint name = gltest::BindNewTexture({red, green, blue, white});
         glBindTexture(GL_TEXTURE_2D, 0);
         return name;
     }

@@ -1,10 +1,11 @@
 // A real GLUT window, for pictures of what is drawn by GLUT's own spheres and letters.
 #include "GlutWindow.h"
 
+#include "Texels.h"
+
 #include <GL/glut.h>
 
 #include <cmath>
-#include <vector>
 
 namespace gltest {
 
@@ -58,20 +59,7 @@ testing::AssertionResult GlutWindow::IsNear(const Picture& picture, double x, do
 }
 
 void GlutWindow::BindTexels(const Rgba (&texels)[4]) {
-    std::vector<unsigned char> bytes;
-    bytes.reserve(12);
-    for (const Rgba& texel : texels) {
-        for (const int channel : {texel.red, texel.green, texel.blue}) {
-            bytes.push_back(static_cast<unsigned char>(channel));
-        }
-    }
-    GLuint name = 0;
-    glGenTextures(1, &name);
-    glBindTexture(GL_TEXTURE_2D, name);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB, 2, 2, 0, GL_RGB, GL_UNSIGNED_BYTE, bytes.data());
+    BindNewTexture(texels);
     glEnable(GL_TEXTURE_2D);
     glColor3f(1, 1, 1);
 }

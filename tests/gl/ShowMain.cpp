@@ -1,8 +1,0 @@
-// Program entry of tests linked with the show's objects, which hold a main of their own: the linker
-// is told to enter here (--wrap=main).
-#include <gtest/gtest.h>
-
-extern "C" int __wrap_main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
