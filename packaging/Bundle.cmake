@@ -2,7 +2,6 @@
 # programs look for them there.
 cmake_minimum_required(VERSION 3.25)
 find_program(PATCHELF patchelf REQUIRED)
-set(destination $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX})
 
 # Those linked that a desktop may lack, and what those need in turn: GLU does not start without
 # libOpenGL, which leads to the system's libGLdispatch, nor cubeb without sndio's and JACK's,
@@ -28,17 +27,19 @@ foreach(library IN LISTS bundled)
         PATH_SUFFIXES ${libraryArchitecture} NO_CACHE REQUIRED)
     file(REAL_PATH ${found} real)
     # Its name is what the program asks for: a zip may be unpacked where there are no links.
-    file(INSTALL ${real} DESTINATION ${destination}/lib TYPE PROGRAM RENAME ${library})
+    file(INSTALL ${real} DESTINATION ${CMAKE_INSTALL_PREFIX}/lib TYPE PROGRAM RENAME ${library})
     execute_process(COMMAND dpkg-query --search ${real}
         OUTPUT_VARIABLE owner COMMAND_ERROR_IS_FATAL ANY)
     string(REGEX REPLACE "[:,].*" "" package "${owner}")
     file(INSTALL /usr/share/doc/${package}/copyright
-        DESTINATION ${destination}/licences RENAME ${package}.txt)
+        DESTINATION ${CMAKE_INSTALL_PREFIX}/licences RENAME ${package}.txt)
     unset(found)
 endforeach()
 
 # The old kind of run path: it also holds for what the libraries need.
 foreach(program IN LISTS programs)
-    execute_process(COMMAND ${PATCHELF} --force-rpath --set-rpath $ORIGIN/lib ${destination}/${program}
+    execute_process(
+        COMMAND ${PATCHELF} --force-rpath --set-rpath $ORIGIN/lib
+            $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/${program}
         COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

@@ -64,14 +64,14 @@ headless_end() {
     local status=$?
     trap - EXIT
     set +e # whatever else fails, all that was started has to end
-    if declare -F headless_at_exit >/dev/null; then
-        headless_at_exit
-    fi
     local i
     for ((i = ${#headless_pids[@]} - 1; i >= 0; i--)); do
         headless_stop "${headless_pids[i]}"
     done
     headless_pids=()
+    if declare -F headless_at_exit >/dev/null; then
+        headless_at_exit
+    fi
     [ -z "${headless_dir:-}" ] || rm -rf --one-file-system -- "$headless_dir"
     return "$status"
 }

@@ -4,6 +4,7 @@
 . "$(dirname "$0")/../../script/lib/show.sh"
 # shellcheck source=tests/package/form.sh
 . "$(dirname "$0")/form.sh"
+export LC_ALL=C.UTF-8
 
 # installed: the tree, in $prefix.
 installed() {
@@ -12,6 +13,12 @@ installed() {
         cat "$headless_dir/install.log"
         fail "installing"
     }
+}
+
+# installed_folder: what is packed into one, in $folder.
+installed_folder() {
+    folder=$headless_dir/"some where"/portable
+    cmake --install "$BUILD" --component portable --prefix "$folder" >/dev/null || fail "installing"
 }
 
 required_files() {
@@ -67,7 +74,7 @@ libraries_of() {
 # package_of FILE: the Debian package it came with.
 package_of() {
     local file
-    file=$(readlink -f "$1")
+    file=$(readlink -e "$1") || return
     dpkg-query --search "*${file#/usr}" | sed 's/[:,].*//' # known with or without /usr
 }
 
@@ -75,19 +82,19 @@ EachLibraryHasItsLicenceListed() {
     local program name file package count=0
     headless_begin
     installed
+    installed_folder
     while read -r name file; do
         package=$(package_of "$file") || fail "$name is of no package"
         grep -qF "| $package " "$SOURCES/LICENSES.md" || fail "LICENSES.md lacks $package ($name)"
         count=$((count + 1))
-    done < <(for program in "$prefix"/bin/*; do libraries_of "$program"; done | sort -u)
-    [ "$count" -ge 20 ] || fail "only $count libraries were found"
+    done < <(for program in "$prefix"/bin/* "$folder"/lib/*; do libraries_of "$program"; done | sort -u)
+    [ "$count" -ge 30 ] || fail "only $count libraries were found"
 }
 
 TheFolderBringsWhatADesktopMayLack() {
-    local folder program name file package
+    local program name file package
     headless_begin
-    folder=$headless_dir/"some where"
-    cmake --install "$BUILD" --component portable --prefix "$folder" >/dev/null || fail "installing"
+    installed_folder
     for program in "$folder"/skovra*; do
         [[ $program != *.nfo ]] || continue
         while read -r name file; do
@@ -102,7 +109,8 @@ libstdc++.so.6" "$(needed "$folder"/skovra "$folder"/skovra-* "$folder"/lib/* | 
         comm -23 - <(cd "$folder/lib" && printf '%s\n' * | sort) | xargs)"
     for file in "$folder"/lib/*; do
         name=${file##*/}
-        package=$(package_of "$(ldconfig -p | awk -v name="$name" '$1 == name { print $NF; exit }')")
+        package=$(package_of "$(/sbin/ldconfig -p |
+            awk -v name="$name" '$1 == name && !found++ { print $NF }')") || fail "$name is of no package"
         [ -s "$folder/licences/$package.txt" ] || fail "no licence of $name"
         grep -q "| $package .*| lib/ |\$" "$SOURCES/LICENSES.md" || fail "LICENSES.md lacks $package, in lib/"
     done

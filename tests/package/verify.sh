@@ -7,6 +7,7 @@
 # shellcheck source=tests/package/form.sh
 . "$(dirname "$0")/form.sh"
 cd "$(dirname "$(readlink -f "$0")")/../.."
+export LC_ALL=C.UTF-8
 
 packages=$PWD/build/packages
 deb=$(echo "$packages"/*.deb)
@@ -18,7 +19,8 @@ check_form_of_deb() {
     local unpacked=$headless_dir/unpacked
     lintian --allow-root --fail-on error,warning "$deb" || fail "lintian"
     # Of what it only mentions, this is held to as well.
-    ! lintian --allow-root --display-info "$deb" | grep hardening || fail "lintian"
+    lintian --allow-root --display-info "$deb" >"$headless_dir/lintian" || fail "lintian"
+    ! grep hardening "$headless_dir/lintian" || fail "lintian"
     proved "lintian"
     dpkg-deb --extract "$deb" "$unpacked"
     check_form "$unpacked/usr"
@@ -27,12 +29,10 @@ check_form_of_deb() {
 # The same bytes ----------------------------------------------------------------------------------
 
 check_made_again() {
-    local elsewhere=$headless_dir/"somewhere else" each epoch
+    local elsewhere=$headless_dir/"somewhere else" each
     mkdir "$elsewhere"
-    git ls-files -z | xargs -0 cp --parents -t "$elsewhere"
-    epoch=$(dpkg-deb --fsys-tarfile "$deb" | tar --list --verbose --utc --full-time |
-        awk '{ print $4, $5; exit }' | date --utc --file=- +%s)
-    env -C "$elsewhere" SOURCE_DATE_EPOCH="$epoch" TZ=America/St_Johns LC_ALL=C.UTF-8 \
+    tar --create --exclude ./build --exclude ./.git . | tar --extract --directory "$elsewhere"
+    env -C "$elsewhere" TZ=America/St_Johns LC_ALL=C \
         bash -c 'umask 077 && script/package' >"$headless_dir/again.log" 2>&1 || {
         tail -n 20 "$headless_dir/again.log" >&2
         fail "making the packages again"
@@ -56,12 +56,19 @@ headless_at_exit() {
 
 # make_root SUITE: that Debian, minimal, in $root, from where this machine gets its packages.
 make_root() {
-    local sources
+    local source sources=()
     root=$headless_dir/$1
     roots+=("$root")
-    sources=$(find /etc/apt -name '*.list' -o -name '*.sources')
-    if ! xargs --no-run-if-empty sed "s/bookworm/$1/g" <<<"$sources" |
-        mmdebstrap --quiet --variant=apt --mode=root "$1" "$root" - >"$headless_dir/root.log" 2>&1 ||
+    mkdir "$root.sources"
+    for source in /etc/apt/sources.list /etc/apt/sources.list.d/*.{list,sources}; do
+        if [ -s "$source" ]; then
+            sources+=("$root.sources/${source##*/}")
+            sed "s/bookworm/$1/g" "$source" >"${sources[-1]}"
+        fi
+    done
+    if [ ${#sources[@]} -eq 0 ] ||
+        ! mmdebstrap --quiet --variant=apt --include=ca-certificates --mode=root "$1" "$root" \
+            "${sources[@]}" >"$headless_dir/root.log" 2>&1 ||
         ! mount -t proc proc "$root/proc" ||
         ! cp /etc/resolv.conf "$root/etc/resolv.conf" ||
         ! in_root apt-get update; then
@@ -73,6 +80,7 @@ make_root() {
 
 in_root() {
     chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C DEBIAN_FRONTEND=noninteractive \
+        ${http_proxy+http_proxy="$http_proxy"} ${https_proxy+https_proxy="$https_proxy"} \
         "$@" >"$headless_dir/root.log" 2>&1
 }
 
@@ -86,13 +94,13 @@ install_in_root() {
 # files_of_root: all there are, but for the package manager's own.
 files_of_root() {
     env -C "$root" find . -regextype posix-extended -type d \
-        -regex '\./(proc|dev|tmp|var/(cache|log|lib/(apt|dpkg)))' -prune -o -print | LC_ALL=C sort
+        -regex '\./(proc|dev|tmp|var/(cache|log|lib/(apt|dpkg)))' -prune -o -print | sort
 }
 
 # play_in_root FOLDER: the programs in there, run by a user of that system who has no home.
 play_in_root() {
     local as_user=(chroot --userspec=1000:1000 "$root" env -i PATH=/usr/bin HOME=/nonexistent
-        LIBGL_ALWAYS_SOFTWARE=1 NO_AT_BRIDGE=1)
+        LIBGL_ALWAYS_SOFTWARE=1 NO_AT_BRIDGE=1) begin=$SECONDS
     headless_forget_windows
     open_in_window "${as_user[@]}" DISPLAY="$DISPLAY" "$1/skovra" || {
         cat "$headless_err" >&2
@@ -100,25 +108,36 @@ play_in_root() {
     }
     expect_exit 0 120
     expect_output
+    ((SECONDS - begin >= 33)) || fail "the show ended after $((SECONDS - begin)) s"
     "${as_user[@]}" "$1/skovra-record" --still 5000=/tmp/still.png >"$headless_dir/record.log" 2>&1 || {
         cat "$headless_dir/record.log" >&2
         fail "recording a picture"
     }
     expect_equal "size of the picture" 1024x768 "$(identify -format '%wx%h' "$root/tmp/still.png")"
+    [ "$(identify -format %k "$root/tmp/still.png")" -gt 1000 ] || fail "the picture is almost empty"
 }
 
 check_deb() {
     local before=$headless_dir/before after=$headless_dir/after
     files_of_root >"$before"
-    cp "$deb" "$root/tmp/skovra.deb"
-    install_in_root /tmp/skovra.deb
+    mkdir -p "$root/build/packages"
+    cp "$deb" "$root/build/packages"
+    in_root sh -c 'apt-get install -y --no-install-recommends ./build/packages/skovra_*.deb' || {
+        tail -n 20 "$headless_dir/root.log" >&2
+        fail "installing the package"
+    }
+    rm -r "$root/build"
     play_in_root /usr/bin
     proved "the installed package plays the show to its end"
+    in_root dpkg-query --listfiles skovra || fail "not known to the system"
+    sed 's/^/./' "$headless_dir/root.log" | sort >"$headless_dir/owned"
     in_root apt-get purge -y --autoremove skovra || fail "removing the package"
     files_of_root >"$after"
     ! in_root dpkg-query -W skovra || fail "still known to the system"
-    ! grep -q skovra "$after" || fail "left behind: $(grep skovra "$after")"
     comm -13 "$before" "$after" >"$headless_dir/left"
+    # Whether it was a file of the package, or bears its name.
+    ! comm -12 "$headless_dir/left" "$headless_dir/owned" | grep . || fail "left behind"
+    ! grep skovra "$headless_dir/left" || fail "left behind"
     proved "it is removed without a trace ($(wc -l <"$headless_dir/left") files of what it needed stay)"
 }
 
