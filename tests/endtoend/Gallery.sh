@@ -11,19 +11,20 @@ open_gallery() {
     wait_for_change
 }
 
-# Colours of the window, the caption's lines at its lower edge left out.
+# fingerprint: how many colours the window shows, and which; the caption's lines at its lower edge
+# are left out.
 fingerprint() {
-    import -window "$headless_window" -crop 1024x650+0+0 +repage rgb:- | md5sum
+    import -window "$headless_window" -crop 1024x650+0+0 +repage png:- | identify -format '%k %#' -
 }
 
+# A window that nothing has been drawn in yet has one colour; one that is being drawn changes.
 shows_something_else() {
     now=$(fingerprint)
-    [ "$now" != "$last" ] && [ "$now" != "$empty" ]
+    [ "$now" != "$last" ] && [ "${now% *}" -gt 1 ] && [ "$now" = "$(fingerprint)" ]
 }
 
-# wait_for_change: until something is shown that is not the last picture, nor nothing at all.
+# wait_for_change: until something is shown, whole, that is not the last picture.
 wait_for_change() {
-    empty=$(convert -size 1024x650 xc:black -depth 8 rgb:- | md5sum)
     headless_wait_until 20 "another picture" shows_something_else
     last=$now
 }
