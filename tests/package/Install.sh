@@ -124,9 +124,14 @@ libstdc++.so.6" "$(needed "$folder"/skovra "$folder"/skovra-* "$folder"/lib/* | 
 }
 
 TheDesktopUnderstandsWhatIsForIt() {
+    local element
     headless_begin
     installed
     check_form "$prefix"
+    # What software centres show or refuse to go without, and validators only mention.
+    for element in '<content_rating type="oars-1.1"' '<screenshot type="default">'; do
+        grep -qF "$element" "$prefix"/share/metainfo/* || fail "the metainfo lacks $element"
+    done
 }
 
 TheShowPlaysWhereverItIsMoved() {
