@@ -205,6 +205,11 @@ CONFIGURATION
 
 headless_start_openbox() {
     rm -f "$headless_dir/READY"
+    # A virtual keyboard's first key brings a map of keys. Bound anew for that, keys pressed right
+    # then are missed.
+    mkdir -p "$headless_dir/openbox"
+    sed 's|<keyboard>|&<rebindOnMappingNotify>no</rebindOnMappingNotify>|' \
+        /etc/xdg/openbox/rc.xml >"$headless_dir/openbox/rc.xml"
     # Its own settings, not those of whoever runs this.
     XDG_CONFIG_HOME="$headless_dir" XDG_CACHE_HOME="$headless_dir" XDG_DATA_HOME="$headless_dir" \
         openbox --startup "touch '$headless_dir/READY'" \
