@@ -15,10 +15,19 @@ using devices::ms;
 using sound::DeviceFeed;
 using sound::OutputTimeline;
 
-TEST(DeviceTrust, GoesOnSilentlyWhenTheDeviceReportsAnError) {
+namespace {
+
+/// A timeline from 0 on that has no device yet.
+class DeviceTrust : public testing::Test {
+protected:
     Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
+    OutputTimeline timeline{counter.AsSource(), 0};
     std::int64_t now = 0;
+};
+
+} // namespace
+
+TEST_F(DeviceTrust, GoesOnSilentlyWhenTheDeviceReportsAnError) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 1000 * ms);
     const std::int64_t before = timeline.HeardFrames(now);
@@ -34,10 +43,7 @@ TEST(DeviceTrust, GoesOnSilentlyWhenTheDeviceReportsAnError) {
     }
 }
 
-TEST(DeviceTrust, GoesOnSilentlyWhenTheDeviceAsksForNothingAnyMore) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(DeviceTrust, GoesOnSilentlyWhenTheDeviceAsksForNothingAnyMore) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 1000 * ms);
 
@@ -61,10 +67,7 @@ TEST(DeviceTrust, GoesOnSilentlyWhenTheDeviceAsksForNothingAnyMore) {
     }
 }
 
-TEST(DeviceTrust, TellsWhenADeviceThatAsksForNothingMoreIsLost) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(DeviceTrust, TellsWhenADeviceThatAsksForNothingMoreIsLost) {
     EXPECT_EQ(timeline.PatienceNs(now), 0);
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 1000 * ms);
@@ -78,10 +81,7 @@ TEST(DeviceTrust, TellsWhenADeviceThatAsksForNothingMoreIsLost) {
     EXPECT_EQ(timeline.PatienceNs(lostNs), 0);
 }
 
-TEST(DeviceTrust, GivesALostDeviceNothingMore) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(DeviceTrust, GivesALostDeviceNothingMore) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 500 * ms);
     device.feed.Fail();
@@ -91,10 +91,7 @@ TEST(DeviceTrust, GivesALostDeviceNothingMore) {
     EXPECT_EQ(device.given.back(), 0);
 }
 
-TEST(DeviceTrust, PutsUpWithADeviceThatIsLateForAMoment) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(DeviceTrust, PutsUpWithADeviceThatIsLateForAMoment) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 1000 * ms);
 
@@ -105,15 +102,12 @@ TEST(DeviceTrust, PutsUpWithADeviceThatIsLateForAMoment) {
     EXPECT_TRUE(timeline.IsSounding());
 }
 
-TEST(DeviceTrust, RefusesADeviceThatTakesAnyAmount) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
+TEST_F(DeviceTrust, RefusesADeviceThatTakesAnyAmount) {
     DeviceFeed feed(timeline);
     std::vector<float> block(std::size_t{2} * 4410);
 
     // It "plays" all it gets at once, 12000 times too fast.
     std::int64_t taken = 0;
-    std::int64_t now = 0;
     while (feed.Render(block.data(), 4410, taken, now) && now < 100 * ms) {
         taken += 4410;
         now += ms / 100;
@@ -125,10 +119,7 @@ TEST(DeviceTrust, RefusesADeviceThatTakesAnyAmount) {
     EXPECT_EQ(counter.next, 4410); // none of the music was given to it
 }
 
-TEST(DeviceTrust, LeavesADeviceThatBeginsToRunAway) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(DeviceTrust, LeavesADeviceThatBeginsToRunAway) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 1000 * ms);
     ASSERT_TRUE(timeline.IsSounding());
@@ -142,16 +133,14 @@ TEST(DeviceTrust, LeavesADeviceThatBeginsToRunAway) {
     EXPECT_TRUE(timeline.FallSilentIfLost(now));
 }
 
-TEST(DeviceTrust, KeepsADeviceWhoseRateIsALittleOff) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
+TEST_F(DeviceTrust, KeepsADeviceWhoseRateIsALittleOff) {
     DeviceFeed feed(timeline);
     std::vector<float> block(std::size_t{2} * 445);
     std::int64_t handed = 4410;
     feed.Render(std::vector<float>(std::size_t{2} * 4410).data(), 4410, 0, 0);
 
     // Almost one per cent fast, for ten minutes.
-    std::int64_t now = 10 * ms;
+    now = 10 * ms;
     while (now < 600'000 * ms && feed.Render(block.data(), 445, handed - 4410, now)) {
         handed += 445;
         now += 10 * ms;
@@ -161,23 +150,18 @@ TEST(DeviceTrust, KeepsADeviceWhoseRateIsALittleOff) {
     EXPECT_TRUE(timeline.IsSounding());
 }
 
-TEST(DeviceTrust, TrustsNoDeviceThatCannotTellItsPosition) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
+TEST_F(DeviceTrust, TrustsNoDeviceThatCannotTellItsPosition) {
     DeviceFeed feed(timeline);
     std::vector<float> block(std::size_t{2} * 441);
 
-    for (std::int64_t now = 0; now < 1000 * ms; now += 10 * ms) {
+    for (; now < 1000 * ms; now += 10 * ms) {
         EXPECT_TRUE(feed.Render(block.data(), 441, -1, now));
     }
 
     EXPECT_FALSE(timeline.IsSounding());
 }
 
-TEST(DeviceTrust, RunsOnWhileTheDeviceCannotTellItsPosition) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(DeviceTrust, RunsOnWhileTheDeviceCannotTellItsPosition) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 1000 * ms);
     std::vector<float> block(std::size_t{2} * 441);
