@@ -11,29 +11,46 @@ namespace sound {
 // Farther off than a server's estimates are: the device was interrupted, or is another one.
 static constexpr std::int64_t farNs = 10'000'000;
 
+// Then reports agree with each other from the first on. Those of a position that is repeated drift
+// off by more than this within that time.
+static constexpr std::int64_t agreementNs = 2'000'000;
+static constexpr std::int64_t confirmationNs = 250'000'000;
+
 // A deviation is believed by 0.5 ms a second, which no device's clock drifts, or by an eighth of
-// itself if that is more.
+// itself if that is more; by half of itself if it is far, and those reports never agree.
 static constexpr std::int64_t parts = 2000;
 static constexpr std::int64_t patienceNs = 8'000'000'000;
+static constexpr std::int64_t farPatienceNs = 2'000'000'000;
 static constexpr std::int64_t longestStepNs = 100'000'000;
 
 void PlayHead::Publish(std::int64_t frames, std::int64_t nowNs) noexcept {
     beginNs.store(nowNs - NsUntil(frames), std::memory_order_relaxed);
     reportedNs = nowNs;
+    farBeginNs = never;
 }
 
 void PlayHead::Follow(std::int64_t frames, std::int64_t nowNs) noexcept {
     const std::int64_t begin = beginNs.load(std::memory_order_relaxed);
     const std::int64_t reported = nowNs - NsUntil(frames);
-    if (begin == never || std::abs(reported - begin) > farNs) {
+    const bool far = begin == never || std::abs(reported - begin) > farNs;
+    if (begin == never || (far && IsConfirmed(reported, nowNs))) {
         Publish(frames, nowNs);
         return;
     }
+    farBeginNs = far ? farBeginNs : never;
     const std::int64_t stepNs = std::min(nowNs - reportedNs, longestStepNs);
-    const std::int64_t limit =
-        std::max(stepNs / parts, std::abs(reported - begin) * stepNs / patienceNs);
+    const std::int64_t limit = std::max(stepNs / parts, std::abs(reported - begin) * stepNs /
+                                                            (far ? farPatienceNs : patienceNs));
     beginNs.store(begin + std::clamp(reported - begin, -limit, limit), std::memory_order_relaxed);
     reportedNs = nowNs;
+}
+
+bool PlayHead::IsConfirmed(std::int64_t begin, std::int64_t nowNs) noexcept {
+    if (farBeginNs == never || std::abs(begin - farBeginNs) > agreementNs) {
+        farBeginNs = begin;
+        farSinceNs = nowNs;
+    }
+    return nowNs - farSinceNs >= confirmationNs;
 }
 
 std::int64_t PlayHead::Extrapolate(std::int64_t nowNs) const noexcept {

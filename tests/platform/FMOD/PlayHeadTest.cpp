@@ -137,14 +137,39 @@ TEST(PlayHead, ComesRoundToReportsThatPersist) {
     EXPECT_NEAR(device.Report(5025, 25'000, 0.0), 0.0, 2.0);
 }
 
-TEST(PlayHead, GoesAtOnceWhereADeviceJumps) {
+TEST(PlayHead, GoesWhereADeviceJumpsOnceThatIsConfirmed) {
     for (const double jump : {-50.0, 50.0}) {
         Device device;
         device.Report(0, 5000, 0.0);
         device.interruptedMs = jump;
 
-        EXPECT_EQ(device.Report(5025, 5025, 0.0), 0.0) << jump;
+        EXPECT_GT(std::abs(device.Report(5025, 5250, 0.0)), 35.0 * 44.1) << jump;
+        EXPECT_EQ(device.Report(5275, 5275, 0.0), 0.0) << jump;
     }
+}
+
+TEST(PlayHead, DoesNotFollowOneReportThatIsFarOff) {
+    Device device;
+    device.Report(0, 5000, 0.0);
+    device.Report(5025, 5025, -80.0);
+
+    EXPECT_LT(std::abs(device.Report(5050, 5050, 0.0)), 66.0); // 1.5 ms
+}
+
+// A server that repeats, as if it were new, what was so at the latest cycle of its graph: what it
+// says falls behind, more and more, until it is asked right after a cycle again.
+TEST(PlayHead, IsNotMovedInJumpsByAPositionThatIsRepeated) {
+    Device device;
+    device.Report(0, 5000, 0.0);
+
+    double last = 0.0;
+    for (int now = 5025; now < 25'000; now += 25) {
+        const double stale = static_cast<double>(now % 3000) / 3000.0 * -46.0;
+        const double off = device.Report(now, now, stale);
+        EXPECT_LT(std::abs(off - last), 44.1) << now; // 1 ms
+        last = off;
+    }
+    EXPECT_LT(std::abs(last), 46.0 * 44.1);
 }
 
 TEST(PlayHead, IsNotMovedFarByOneReportAfterASilence) {
