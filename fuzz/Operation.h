@@ -10,6 +10,8 @@ enum Operation : std::uint8_t {
     passTime,
     suspend,
     openDevice,
+    openGraph,
+    repeatPosition,
     hangDevice,
     failDevice,
     lie,

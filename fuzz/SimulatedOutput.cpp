@@ -15,6 +15,7 @@ namespace {
 constexpr std::int64_t msNs = 1'000'000;
 constexpr std::int64_t bufferedFrames = 4410;
 constexpr std::int32_t blockFrames = 441;
+constexpr std::int32_t mostFrames = 8192;
 constexpr int watchMs = 25;
 constexpr std::int32_t awaitedFrames = sound::outputRateHz / 4;
 
@@ -23,15 +24,24 @@ constexpr std::int64_t settlingNs = 1000 * msNs;
 constexpr std::int64_t toleratedFrames = sound::outputRateHz * 30 / 1000;
 
 struct Device {
-    Device(sound::OutputTimeline& timeline, std::int64_t deviceRateHz, std::int64_t nowNs)
-        : feed(timeline), rateHz(deviceRateHz), openedNs(nowNs) {}
+    using Reports = sound::DeviceFeed::Reports;
+
+    Device(sound::OutputTimeline& timeline, Reports reports, std::int64_t deviceRateHz,
+           std::int64_t nowNs)
+        : feed(timeline, reports), rateHz(deviceRateHz), openedNs(nowNs), cycleNs(nowNs) {}
 
     sound::DeviceFeed feed;
     std::int64_t rateHz;
     std::int64_t openedNs;
     std::int64_t asked = 0;
     std::int64_t lie = 0;
+    std::int64_t repeatedFrames = 0;
     int hangsForMs = 0;
+
+    // Of a graph:
+    std::int32_t cycleFrames = 0; // 0: it is none
+    std::int64_t delayFrames = 0;
+    std::int64_t cycleNs; // when its next cycle begins
 };
 
 struct Moment {
@@ -86,30 +96,49 @@ static void CloseDevice() {
     }
 }
 
-static void AskForMore() {
+// Asks for @p frames; false: nothing more is given to it.
+static bool Ask(std::int32_t frames, std::int64_t played, std::int64_t reportedNs) {
+    std::array<float, 2 * static_cast<std::size_t>(mostFrames)> block;
+    const bool wanted = device->feed.Render(block.data(), frames, played + device->lie, reportedNs);
+    device->asked += frames;
+    EXPECT(std::all_of(block.begin(), block.begin() + 2 * std::ptrdiff_t{frames},
+                       [](float sample) { return sample >= -1.0F && sample <= 1.0F; }));
+    return wanted;
+}
+
+static bool AskForMore() {
     const std::int64_t played = (clockNs - device->openedNs) / msNs * device->rateHz / 1000;
-    std::array<float, 2 * static_cast<std::size_t>(blockFrames)> block;
+    const std::int64_t repeated = std::max<std::int64_t>(device->repeatedFrames, 1);
     bool wanted = true;
     while (wanted && device->asked < played + bufferedFrames) {
-        wanted = device->feed.Render(block.data(), blockFrames,
-                                     std::min(played, device->asked) + device->lie, clockNs);
-        device->asked += blockFrames;
-        EXPECT(std::all_of(block.begin(), block.end(),
-                           [](float sample) { return sample >= -1.0F && sample <= 1.0F; }));
+        wanted = Ask(blockFrames, std::min(played, device->asked) / repeated * repeated, clockNs);
     }
-    if (!wanted) {
-        CloseDevice();
-        Disturb();
+    return wanted;
+}
+
+static bool RunCycles() {
+    bool wanted = true;
+    while (wanted && device->cycleNs <= clockNs) {
+        wanted = Ask(device->cycleFrames, device->asked - device->delayFrames, device->cycleNs);
+        device->cycleNs +=
+            device->cycleFrames * (1000 * msNs) / std::max<std::int64_t>(device->rateHz, 1);
     }
+    return wanted;
 }
 
 static void RunDevice() {
     if (device == nullptr) {
         return;
     }
-    if (device->hangsForMs == 0) {
-        AskForMore();
-    } else if (--device->hangsForMs == 0) {
+    if (device->hangsForMs > 0) {
+        device->cycleNs = std::max(device->cycleNs, clockNs);
+        if (--device->hangsForMs == 0) {
+            Disturb();
+        }
+        return;
+    }
+    if (const bool wanted = device->cycleFrames > 0 ? RunCycles() : AskForMore(); !wanted) {
+        CloseDevice();
         Disturb();
     }
 }
@@ -125,8 +154,10 @@ static void CheckClock() {
     const std::int64_t real = sound::FramesIn(clockNs - calm->ns);
     const std::int64_t ofDevice =
         device == nullptr ? real : real * device->rateHz / sound::outputRateHz;
-    EXPECT(heard - calm->heard >= std::min(real, ofDevice) - toleratedFrames);
-    EXPECT(heard - calm->heard <= std::max(real, ofDevice) + toleratedFrames);
+    const std::int64_t tolerated =
+        toleratedFrames + (device == nullptr ? 0 : device->repeatedFrames + device->cycleFrames);
+    EXPECT(heard - calm->heard >= std::min(real, ofDevice) - tolerated);
+    EXPECT(heard - calm->heard <= std::max(real, ofDevice) + tolerated);
 }
 
 static void Watch() {
@@ -191,8 +222,24 @@ void Suspend(int ms) {
 
 void OpenDevice(std::int64_t rateHz) {
     CloseDevice();
-    device = std::make_unique<Device>(started->timeline, rateHz, clockNs);
+    device =
+        std::make_unique<Device>(started->timeline, Device::Reports::Estimated, rateHz, clockNs);
     Disturb();
+}
+
+void OpenGraph(std::int64_t rateHz, std::int32_t cycleFrames, std::int64_t delayFrames) {
+    CloseDevice();
+    device = std::make_unique<Device>(started->timeline, Device::Reports::Exact, rateHz, clockNs);
+    device->cycleFrames = cycleFrames;
+    device->delayFrames = delayFrames;
+    Disturb();
+}
+
+void RepeatPosition(std::int64_t cycleFrames) {
+    if (device != nullptr) {
+        device->repeatedFrames = cycleFrames;
+        Disturb();
+    }
 }
 
 void HangDevice(int ms) {

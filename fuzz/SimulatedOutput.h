@@ -17,6 +17,15 @@ void Suspend(int ms);
 /// Opens a device that plays @p rateHz frames a second; the one before is closed.
 void OpenDevice(std::int64_t rateHz);
 
+/// The same of a graph that asks for @p cycleFrames a cycle, and knows exactly what is heard: what
+/// it takes in a cycle, @p delayFrames after that cycle's time. What it missed while it hung it
+/// leaves out.
+void OpenGraph(std::int64_t rateHz, std::int32_t cycleFrames, std::int64_t delayFrames);
+
+/// The device repeats the position of the latest of cycles of @p cycleFrames as if it were new; 0:
+/// it does not any more.
+void RepeatPosition(std::int64_t cycleFrames);
+
 /// The device asks for nothing for the next @p ms ms that pass.
 void HangDevice(int ms);
 

@@ -76,6 +76,13 @@ private:
         case fuzz::openDevice:
             fuzz::OpenDevice(argument % 4 == 0 ? 350 * argument : 44000 + argument);
             break;
+        case fuzz::openGraph: // of 64 to 8192 frames
+            fuzz::OpenGraph(argument % 4 == 0 ? 350 * argument : 44000 + argument,
+                            64 << (argument % 8), std::int64_t{300} * (argument / 8));
+            break;
+        case fuzz::repeatPosition:
+            fuzz::RepeatPosition(std::int64_t{8} * argument);
+            break;
         case fuzz::hangDevice:
             fuzz::HangDevice(16 * argument);
             break;

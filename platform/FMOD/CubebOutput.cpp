@@ -39,7 +39,7 @@ static void Notice(cubeb_stream*, void* feed, cubeb_state state) {
 bool CubebOutput::Start() {
     mallopt(M_MMAP_THRESHOLD, largestStoredBytes); // its default, but fixed
     cubeb* openedContext = nullptr;
-    if (cubeb_init(&openedContext, "Skovra", nullptr) != CUBEB_OK) {
+    if (cubeb_init(&openedContext, "Skovra", backend) != CUBEB_OK) {
         return false;
     }
     context.reset(openedContext);
@@ -68,7 +68,7 @@ long CubebOutput::Fill(cubeb_stream* stream, void* feed, const void*, void* outp
     const bool known = cubeb_stream_get_position(stream, &played) == CUBEB_OK;
     const bool wanted = static_cast<DeviceFeed*>(feed)->Render(
         static_cast<float*>(output), static_cast<std::int32_t>(frames),
-        known ? static_cast<std::int64_t>(played) : -1, MonotonicNs());
+        known ? static_cast<std::int64_t>(played) : unknownPosition, MonotonicNs());
     return wanted ? frames : static_cast<long>(CUBEB_ERROR);
 }
 

@@ -1,7 +1,8 @@
 // The sound device, by way of cubeb. The only file that knows it.
 #pragma once
 
-#include <cstdint>
+#include "Device.h"
+
 #include <memory>
 
 struct cubeb;
@@ -11,17 +12,14 @@ namespace sound {
 
 class DeviceFeed;
 
-/// One opened device. All its operations may hang for as long as the sound server does.
-class CubebOutput {
+class CubebOutput final : public Device {
 public:
-    /// @p fed must outlive it.
-    explicit CubebOutput(DeviceFeed& fed) : feed(fed) {}
-    CubebOutput(const CubebOutput&) = delete;
-    CubebOutput& operator=(const CubebOutput&) = delete;
-    ~CubebOutput();
+    /// @p backendName: cubeb's name of the sound system ("pulse", "alsa", "jack"); must outlive it,
+    /// and so must @p fed.
+    CubebOutput(DeviceFeed& fed, const char* backendName) : feed(fed), backend(backendName) {}
+    ~CubebOutput() override;
 
-    /// Opens the default device and starts it; false: there is none.
-    bool Start();
+    bool Start() override;
 
 private:
     struct DeleteContext {
@@ -35,6 +33,7 @@ private:
                      long frames) noexcept;
 
     DeviceFeed& feed;
+    const char* backend;
     std::unique_ptr<cubeb, DeleteContext> context;
     std::unique_ptr<cubeb_stream, DeleteStream> stream;
 };

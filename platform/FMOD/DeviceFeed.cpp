@@ -18,10 +18,16 @@ static constexpr std::int64_t burstFrames = outputRateHz / 2;
 // Frames that may be between the callback and the listener; a device that claims more is wrong.
 static constexpr std::int64_t longestWay = outputRateHz / 2;
 
+// How long a device may be late. One that estimates has 200 ms in hand besides; one that knows has
+// a cycle, and comes back by itself sooner than it could be opened anew.
+static constexpr std::int64_t shortGrace = outputRateHz / 10;
+static constexpr std::int64_t longGrace = outputRateHz * 3 / 10;
+
 bool DeviceFeed::Render(float* block, std::int32_t frames, std::int64_t playedFrames,
-                        std::int64_t nowNs) noexcept {
+                        std::int64_t reportedNs) noexcept {
     std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 0.0F);
-    if (!HasFailed() && !IsPacePlausible(frames, nowNs)) {
+    wasAsked.store(true, std::memory_order_relaxed);
+    if (!HasFailed() && !IsPacePlausible(frames, reportedNs)) {
         Fail();
     }
     if (HasFailed()) {
@@ -29,10 +35,10 @@ bool DeviceFeed::Render(float* block, std::int32_t frames, std::int64_t playedFr
     }
     playedFrames = std::min(playedFrames, handedOut);
     if (timeline.TryEnter()) {
-        const bool plays = timeline.driver.load() == this ||
-                           (IsTrusted(playedFrames, nowNs) && TakeOver(playedFrames, nowNs));
+        const bool plays = timeline.driver.load() == this || (IsTrusted(playedFrames, reportedNs) &&
+                                                              TakeOver(playedFrames, reportedNs));
         if (plays && !timeline.closed && !HasFailed()) {
-            Play(block, frames, playedFrames, nowNs);
+            Play(block, frames, playedFrames, reportedNs);
         }
         timeline.Leave();
     }
@@ -49,60 +55,69 @@ void DeviceFeed::Fail() noexcept {
 
 // Compares what is asked for with the time that passes: a device that is none takes any amount, one
 // that plays does not fall behind for long.
-bool DeviceFeed::IsPacePlausible(std::int32_t frames, std::int64_t nowNs) noexcept {
+bool DeviceFeed::IsPacePlausible(std::int32_t frames, std::int64_t reportedNs) noexcept {
     if (handedOut == 0) {
-        paceNs = nowNs;
+        paceNs = reportedNs;
     }
-    const std::int64_t expected = FramesIn(nowNs - paceNs);
+    const std::int64_t expected = FramesIn(reportedNs - paceNs);
     const std::int64_t asked = handedOut + frames - paceFrames;
     const bool tooSlow = asked < expected - burstFrames && timeline.driver.load() == this;
     if (asked > expected + burstFrames || tooSlow) {
         return false;
     }
-    if (nowNs - paceNs >= paceWindowNs) {
-        paceNs = nowNs;
+    if (reportedNs - paceNs >= paceWindowNs) {
+        paceNs = reportedNs;
         paceFrames = handedOut + frames;
     }
     return true;
 }
 
 // Whether its position has moved as time has for a moment. Some devices play nothing for seconds
-// after they were started.
-bool DeviceFeed::IsTrusted(std::int64_t playedFrames, std::int64_t nowNs) noexcept {
-    if (playedFrames < 0 || handedOut - playedFrames > longestWay) {
+// after they were started; one that knows its time asks for nothing until it plays.
+bool DeviceFeed::IsTrusted(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
+    if (playedFrames == unknownPosition || handedOut - playedFrames > longestWay) {
         return false;
     }
-    const std::int64_t expected = FramesIn(nowNs - trialNs);
+    if (reports == Reports::Exact) {
+        return true;
+    }
+    const std::int64_t expected = FramesIn(reportedNs - trialNs);
     const std::int64_t played = playedFrames - trialFrames;
     if (trialNs == 0 || std::abs(played - expected) > expected / 4 + trialTolerance) {
-        trialNs = nowNs;
+        trialNs = reportedNs;
         trialFrames = playedFrames;
     }
-    return nowNs - trialNs >= shortestTrialNs;
+    return reportedNs - trialNs >= shortestTrialNs;
 }
 
 // The next frame given to the device will be heard once the handedOut - playedFrames before it are.
-// The timeline's frame that silence would have played at that moment is to be that frame.
-bool DeviceFeed::TakeOver(std::int64_t playedFrames, std::int64_t nowNs) noexcept {
+// The timeline's frame that silence would have played at that moment is to be that frame. (Not what
+// was answered last: that may have been later than the report.)
+bool DeviceFeed::TakeOver(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
     if (timeline.IsSounding() || timeline.closed) {
         return false;
     }
-    const std::int64_t next = timeline.HeardFrames(nowNs) + handedOut - playedFrames;
     const std::int64_t ready = timeline.handedOut.load();
+    const std::int64_t heard = std::min(timeline.playHead.Extrapolate(reportedNs), ready);
+    const std::int64_t next = heard + handedOut - playedFrames;
     timeline.Discard(next - ready);
     silenceLeft = std::max<std::int64_t>(ready - next, 0);
     offset = next - handedOut;
     timeline.driverFailed.store(false);
+    timeline.graceFrames.store(reports == Reports::Exact ? longGrace : shortGrace);
     timeline.driver.store(this);
-    paceNs = nowNs;
+    hasPlayed.store(true);
+    paceNs = reportedNs;
     paceFrames = handedOut;
     return true;
 }
 
 void DeviceFeed::Play(float* block, std::int32_t frames, std::int64_t playedFrames,
-                      std::int64_t nowNs) noexcept {
-    if (playedFrames >= 0) {
-        timeline.playHead.Follow(playedFrames + offset, nowNs);
+                      std::int64_t reportedNs) noexcept {
+    if (playedFrames != unknownPosition && reports == Reports::Exact) {
+        timeline.playHead.Publish(playedFrames + offset, reportedNs);
+    } else if (playedFrames != unknownPosition) {
+        timeline.playHead.Follow(playedFrames + offset, reportedNs);
     }
     const std::int64_t silent = std::min<std::int64_t>(silenceLeft, frames);
     silenceLeft -= silent;

@@ -2,12 +2,14 @@
 #include "DeviceThread.h"
 
 #include "Clock.h"
-#include "CubebOutput.h"
+#include "Device.h"
+#include "Devices.h"
 #include "LiveOutput.h"
 
 #include <atomic>
 #include <cstdlib>
-#include <optional>
+#include <memory>
+#include <span>
 #include <thread>
 
 #include <pthread.h>
@@ -17,6 +19,13 @@ namespace sound {
 
 static constexpr std::chrono::seconds retryPeriod{1};
 static constexpr std::chrono::seconds checkPeriod{1};
+
+// How long a device that was started may take to ask for anything: a stream waits for its link, a
+// loudspeaker without wires for its radio.
+static constexpr std::chrono::seconds linkPatience{3};
+
+// How long a kind of device that has played is the only one tried, once it is lost.
+static constexpr std::chrono::seconds faithfulness{10};
 
 // A process that exits takes its libraries down while this thread goes on: it is given a moment to
 // come out of them, and does not enter them again.
@@ -51,32 +60,91 @@ struct InLibrary {
 
 } // namespace
 
-static bool Start(CubebOutput& device) {
+static std::unique_ptr<Device> Make(const DeviceKind& kind, DeviceFeed& feed) {
+    const InLibrary inside;
+    return kind.make(feed);
+}
+
+static bool Start(Device& device) {
     const InLibrary inside;
     return device.Start();
 }
 
-static void Close(std::optional<CubebOutput>& device) {
+static void Close(std::unique_ptr<Device>& device) {
     const InLibrary inside;
     device.reset();
 }
 
-// From a start to the device's end; false when asked to stop. A device that was started and never
-// takes over is no harm: the show goes on without it.
-static bool RunDevice(LiveOutput& output) {
+// What became of a device that was tried.
+enum class Ending { Refused, Failed, Stopped };
+
+// Waits while a device plays, or may still come to it. One that is never asked for anything is no
+// harm, the show goes on without it; but if others may do better, it is given up after a while.
+static Ending Watch(LiveOutput& output, const DeviceFeed& feed, bool hasRivals) {
+    const auto patient = std::chrono::steady_clock::now() + linkPatience;
     bool running = true;
-    DeviceFeed feed(output.timeline);
-    std::optional<CubebOutput> device(std::in_place, feed);
-    const bool started = Start(*device);
-    output.deviceFailed = !started;
-    while (started && running && !feed.HasFailed()) {
+    while (running && !feed.HasFailed()) {
         running = output.WaitFor(checkPeriod, [&feed] { return feed.HasFailed(); });
+        if (hasRivals && !feed.WasAsked() && std::chrono::steady_clock::now() > patient) {
+            return running ? Ending::Refused : Ending::Stopped;
+        }
+    }
+    return running ? Ending::Failed : Ending::Stopped;
+}
+
+// From a start to the device's end. @p played: set when it did.
+static Ending RunDevice(LiveOutput& output, const DeviceKind& kind, bool hasRivals, bool& played) {
+    DeviceFeed feed(output.timeline, kind.reports);
+    std::unique_ptr<Device> device = Make(kind, feed);
+    Ending ending = Ending::Refused;
+    if (device != nullptr && Start(*device)) {
+        output.deviceFailed = false;
+        output.deviceStarted = true;
+        ending = Watch(output, feed, hasRivals);
+        output.deviceStarted = false;
     }
     feed.Fail();
     Close(device);
     output.timeline.Forget(feed, MonotonicNs());
-    return running;
+    played = feed.HasPlayed();
+    return ending;
 }
+
+namespace {
+
+// Which kind of device is tried next. What has played is likely to be back soon: while it may,
+// nothing else is tried, which would take the loudspeaker from it or tell the time less well.
+class Search {
+public:
+    explicit Search(std::span<const DeviceKind> all) : kinds(all) {}
+
+    // Tries one kind after the other until one starts; what became of the last.
+    Ending Round(LiveOutput& output) {
+        Ending ending = Ending::Refused;
+        const bool faithful = latest != nullptr && std::chrono::steady_clock::now() < faithfulUntil;
+        const auto candidates = faithful ? std::span(latest, 1) : kinds;
+        for (const DeviceKind& kind : candidates) {
+            bool played = false;
+            ending = RunDevice(output, kind, candidates.size() > 1, played);
+            if (played) {
+                latest = &kind;
+                faithfulUntil = std::chrono::steady_clock::now() + faithfulness;
+            }
+            if (ending != Ending::Refused) {
+                return ending;
+            }
+        }
+        output.deviceFailed = true;
+        return ending;
+    }
+
+private:
+    std::span<const DeviceKind> kinds;
+    const DeviceKind* latest = nullptr; // that played
+    std::chrono::steady_clock::time_point faithfulUntil;
+};
+
+} // namespace
 
 // The thread of the output callback is made by this one and inherits what it has. Where that may
 // not be asked for, it waits its turn beside other busy processes.
@@ -87,19 +155,21 @@ static void AskForPriority() {
 }
 
 // A device that was lost is opened again at once: it may only have been late.
-static void Run(const std::shared_ptr<LiveOutput>& output) {
+static void Run(const std::shared_ptr<LiveOutput>& output, std::span<const DeviceKind> kinds) {
     AskForPriority();
+    Search search(kinds);
     bool running = true;
     while (running) {
         const auto next = std::chrono::steady_clock::now() + retryPeriod;
-        running = RunDevice(*output) && output->WaitUntil(next, [] { return false; });
+        running = search.Round(*output) != Ending::Stopped &&
+                  output->WaitUntil(next, [] { return false; });
     }
     output->deviceClosed = true;
 }
 
-void StartDeviceThread(std::shared_ptr<LiveOutput> output) {
+void StartDeviceThread(std::shared_ptr<LiveOutput> output, std::span<const DeviceKind> kinds) {
     [[maybe_unused]] static const int registered = std::atexit(KeepOutOfLibrary);
-    std::thread(Run, std::move(output)).detach();
+    std::thread(Run, std::move(output), kinds).detach();
 }
 
 } // namespace sound

@@ -39,9 +39,11 @@ struct LiveOutput {
     }
 
     OutputTimeline timeline;
-    std::atomic<bool> deviceFailed{false}; ///< the latest attempt to open one came to nothing
-    std::atomic<bool> deviceClosed{false}; ///< by the device thread, at its end
-    std::atomic<bool> soundWanted{false};  ///< something was played, or is about to be
+    std::atomic<bool> deviceFailed{false};  ///< the latest attempt to open one came to nothing
+    std::atomic<bool> deviceStarted{false}; ///< one is open, and may be about to play
+    std::atomic<bool> deviceClosed{false};  ///< by the device thread, at its end
+    std::atomic<bool> soundWanted{false};   ///< something was played, or is about to be
+    std::atomic<bool> deviceWanted{true};   ///< or nobody wants to hear it
 
 private:
     std::mutex mutex;

@@ -3,6 +3,7 @@
 
 #include "Clock.h"
 #include "DeviceThread.h"
+#include "Devices.h"
 #include "LiveOutput.h"
 #include "SilentOutput.h"
 
@@ -14,6 +15,9 @@ namespace sound {
 // For a device to open or to close. The caller draws frames, and drops one or two at worst.
 static constexpr std::chrono::milliseconds longestWait{40};
 
+// For one that has opened to begin, before there is anything to draw.
+static constexpr std::chrono::milliseconds longestStart{300};
+
 struct Output {
     explicit Output(const Source& source)
         : live(std::make_shared<LiveOutput>(source, MonotonicNs())), silence(*live) {}
@@ -24,33 +28,43 @@ struct Output {
 
 // Polls, for neither an output callback nor a device that hangs tells anybody.
 template <typename Condition>
-static void WaitFor(Condition reached) {
-    const auto end = std::chrono::steady_clock::now() + longestWait;
+static void WaitFor(std::chrono::milliseconds limit, Condition reached) {
+    const auto end = std::chrono::steady_clock::now() + limit;
     while (!reached() && std::chrono::steady_clock::now() < end) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 
 static void WaitForDevice(const LiveOutput& live) {
-    WaitFor([&live] { return live.timeline.IsSounding() || live.deviceFailed; });
+    WaitFor(longestWait, [&live] {
+        return live.timeline.IsSounding() || live.deviceFailed || !live.deviceWanted;
+    });
 }
 
 OutputHandle StartOutput(const Source& source) {
     OutputHandle output(new Output(source));
-    StartDeviceThread(output->live);
-    WaitForDevice(*output->live);
+    LiveOutput& live = *output->live;
+    const std::span<const DeviceKind> kinds = ChosenDevices();
+    live.deviceWanted = !kinds.empty();
+    live.deviceClosed = kinds.empty();
+    if (live.deviceWanted) {
+        StartDeviceThread(output->live, kinds);
+    }
+    WaitForDevice(live);
     return output;
 }
 
 void StopOutput::operator()(Output* output) const noexcept {
     output->live->timeline.Close();
     output->live->Stop();
-    WaitFor([output] { return output->live->deviceClosed.load(); });
+    WaitFor(longestWait, [output] { return output->live->deviceClosed.load(); });
     delete output;
 }
 
 void AwaitDevice(Output& output) noexcept {
-    WaitForDevice(*output.live);
+    const LiveOutput& live = *output.live;
+    WaitForDevice(live);
+    WaitFor(longestStart, [&live] { return live.timeline.IsSounding() || !live.deviceStarted; });
     output.live->soundWanted = true;
 }
 

@@ -51,8 +51,8 @@ using OutputHandle = std::unique_ptr<Output, StopOutput>;
 /// std::system_error when memory or threads ran out.
 OutputHandle StartOutput(const Source& source);
 
-/// Something is about to be played: gives a device that is just being opened a moment, at most
-/// 40 ms, to be ready for it.
+/// Something is about to be played: gives a device that is just being opened a moment to be ready
+/// for it, at most 40 ms to open and 300 ms to begin.
 void AwaitDevice(Output& output) noexcept;
 
 /// How many of the timeline's frames are heard by now: never more than were asked for, never less

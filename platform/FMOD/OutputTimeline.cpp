@@ -9,9 +9,6 @@ namespace sound {
 // How far ahead silence is rendered: a watching thread that is a little late does no harm.
 static constexpr std::int64_t silenceAhead = outputRateHz / 10;
 
-// How long a device may ask for nothing after all it had must have been heard.
-static constexpr std::int64_t graceFrames = outputRateHz / 10;
-
 OutputTimeline::OutputTimeline(const Source& played, std::int64_t nowNs) : source(played) {
     playHead.Publish(0, nowNs);
     AdvanceSilence(nowNs);
@@ -45,12 +42,12 @@ bool OutputTimeline::FallSilentIfLost(std::int64_t nowNs) noexcept {
 }
 
 bool OutputTimeline::IsLost(std::int64_t nowNs) noexcept {
-    return IsSounding() &&
-           (driverFailed.load() || playHead.Extrapolate(nowNs) > handedOut.load() + graceFrames);
+    return IsSounding() && (driverFailed.load() ||
+                            playHead.Extrapolate(nowNs) > handedOut.load() + graceFrames.load());
 }
 
 std::int64_t OutputTimeline::PatienceNs(std::int64_t nowNs) const noexcept {
-    const std::int64_t frames = handedOut.load() + graceFrames - playHead.Extrapolate(nowNs);
+    const std::int64_t frames = handedOut.load() + graceFrames.load() - playHead.Extrapolate(nowNs);
     return IsSounding() ? NsUntil(std::max<std::int64_t>(frames + 1, 0)) : 0;
 }
 

@@ -7,10 +7,14 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <limits>
 
 namespace sound {
 
 class DeviceFeed;
+
+/// What a device says it has played if it cannot tell.
+inline constexpr std::int64_t unknownPosition = std::numeric_limits<std::int64_t>::min();
 
 /// Asks the source for its frames and keeps the clock across changes between silence and devices.
 /// Has no thread and no clock of its own: others call it with the time (CLOCK_MONOTONIC).
@@ -64,6 +68,8 @@ private:
     std::atomic<std::int64_t> handedOut{0};
     std::atomic<DeviceFeed*> driver{nullptr}; // null: silence
     std::atomic<bool> driverFailed{false};
+    // How long the driver may ask for nothing after all it had must have been heard.
+    std::atomic<std::int64_t> graceFrames{0};
     std::atomic<bool> occupied{false};
     bool closed = false; // inside only
     std::array<float, 1024> discarded;
@@ -73,32 +79,44 @@ private:
 /// plausible it takes over the timeline, in step.
 class DeviceFeed {
 public:
-    explicit DeviceFeed(OutputTimeline& played) : timeline(played) {}
+    /// Whether the device knows what it has played, or estimates it.
+    enum class Reports { Exact, Estimated };
+
+    DeviceFeed(OutputTimeline& played, Reports kind) : timeline(played), reports(kind) {}
     DeviceFeed(const DeviceFeed&) = delete;
     DeviceFeed& operator=(const DeviceFeed&) = delete;
 
     /// The device's callback, real-time: writes @p frames frames to @p block. The device says that
-    /// it had played @p playedFrames of what this feed gave it (below 0: it cannot tell) at
-    /// @p nowNs. False: the device has failed and is to ask no more.
+    /// it had played @p playedFrames of what this feed gave it, or unknownPosition, at
+    /// @p reportedNs, now or a moment ago; below 0, that as many are still to pass until its first
+    /// is heard. False: the device has failed and is to ask no more.
     bool Render(float* block, std::int32_t frames, std::int64_t playedFrames,
-                std::int64_t nowNs) noexcept;
+                std::int64_t reportedNs) noexcept;
 
     /// Any thread: the device reports an error.
     void Fail() noexcept;
 
     bool HasFailed() const noexcept { return failed.load(); }
 
+    /// Any thread: whether the device has asked for anything yet, and whether it was ever the one
+    /// that plays.
+    bool WasAsked() const noexcept { return wasAsked.load(); }
+    bool HasPlayed() const noexcept { return hasPlayed.load(); }
+
 private:
     friend class OutputTimeline;
 
-    bool IsPacePlausible(std::int32_t frames, std::int64_t nowNs) noexcept;
-    bool IsTrusted(std::int64_t playedFrames, std::int64_t nowNs) noexcept;
-    bool TakeOver(std::int64_t playedFrames, std::int64_t nowNs) noexcept;
+    bool IsPacePlausible(std::int32_t frames, std::int64_t reportedNs) noexcept;
+    bool IsTrusted(std::int64_t playedFrames, std::int64_t reportedNs) noexcept;
+    bool TakeOver(std::int64_t playedFrames, std::int64_t reportedNs) noexcept;
     void Play(float* block, std::int32_t frames, std::int64_t playedFrames,
-              std::int64_t nowNs) noexcept;
+              std::int64_t reportedNs) noexcept;
 
     OutputTimeline& timeline;
+    const Reports reports;
     std::atomic<bool> failed{false};
+    std::atomic<bool> wasAsked{false};
+    std::atomic<bool> hasPlayed{false};
 
     // The callback's thread only:
     std::int64_t handedOut = 0;   // to this device

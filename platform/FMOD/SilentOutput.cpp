@@ -36,7 +36,8 @@ static void Run(LiveOutput& output) {
         }
         output.timeline.AdvanceSilence(nowNs);
 
-        const bool silent = output.soundWanted && !output.timeline.IsSounding();
+        const bool silent =
+            output.soundWanted && output.deviceWanted && !output.timeline.IsSounding();
         silentPeriods = silent ? silentPeriods + 1 : 0;
         const bool tell = silent && (output.deviceFailed || silentPeriods > patientPeriods);
         if (tell && !told) {

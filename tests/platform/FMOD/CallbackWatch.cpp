@@ -1,14 +1,15 @@
-// Preloaded into a program that plays through cubeb: watches what its data callback does.
+// Preloaded into a program that plays through cubeb or PipeWire: watches what its callback does.
 //
-// At exit the file $CALLBACK_WATCH gets a line "callbacks COUNT", and a line "NAME COUNT" for each
-// kind of what no such callback may do: allocate, lock, wait, or call the system. System calls are
-// seen twice: some by the name of their function, and, where the kernel can tell (Linux 5.11, not
-// every processor), the first of each callback by its number, whoever makes it: "system call 35".
-// The clock, which is read without a system call, is free. So is getpid within
-// cubeb_stream_get_position, by which libpulse makes sure that it is not in a forked process: it
-// never waits, and there is no way to the position without it.
+// At exit the file $CALLBACK_WATCH gets a line "SYSTEM callbacks COUNT", with cubeb or pipewire,
+// and a line "NAME COUNT" for each kind of what no such callback may do: allocate, lock, wait, or
+// call the system. System calls are seen twice: some by the name of their function, and, where the
+// kernel can tell (Linux 5.11, not every processor), the first of each callback by its number,
+// whoever makes it: "system call 35". The clock, which is read without a system call, is free. So
+// is getpid within cubeb_stream_get_position, by which libpulse makes sure that it is not in a
+// forked process: it never waits, and there is no way to the position without it.
 
 #include <cubeb/cubeb.h>
+#include <pipewire/stream.h>
 
 #include <array>
 #include <atomic>
@@ -55,7 +56,8 @@ PLAIN_THREAD_LOCAL volatile char systemCallsBlocked = 0;
 
 std::array<Tally, 64> tallies;
 std::atomic<std::size_t> tallyCount{0};
-std::atomic<unsigned int> callbacks{0};
+std::atomic<unsigned int> cubebCallbacks{0};
+std::atomic<unsigned int> pipewireCallbacks{0};
 std::atomic<bool> systemCallsUnseen{false};
 
 void Count(const char* name, long number) {
@@ -102,6 +104,24 @@ void DispatchSystemCalls() {
     systemCallsUnseen = true;
 }
 
+class InCallback {
+public:
+    explicit InCallback(std::atomic<unsigned int>& callbacks) {
+        if (!dispatched) {
+            DispatchSystemCalls();
+        }
+        ++callbacks;
+        inCallback = true;
+        systemCallsBlocked = systemCallsUnseen ? 0 : 1;
+    }
+    InCallback(const InCallback&) = delete;
+    InCallback& operator=(const InCallback&) = delete;
+    ~InCallback() {
+        systemCallsBlocked = 0;
+        inCallback = false;
+    }
+};
+
 struct Watched {
     cubeb_data_callback data;
     cubeb_state_callback state;
@@ -110,21 +130,41 @@ struct Watched {
 
 long WatchData(cubeb_stream* stream, void* user, const void* input, void* output, long frames) {
     const auto* watched = static_cast<Watched*>(user);
-    if (!dispatched) {
-        DispatchSystemCalls();
-    }
-    ++callbacks;
-    inCallback = true;
-    systemCallsBlocked = systemCallsUnseen ? 0 : 1;
-    const long given = watched->data(stream, watched->user, input, output, frames);
-    systemCallsBlocked = 0;
-    inCallback = false;
-    return given;
+    const InCallback inside(cubebCallbacks);
+    return watched->data(stream, watched->user, input, output, frames);
 }
 
 void PassState(cubeb_stream* stream, void* user, cubeb_state state) {
     const auto* watched = static_cast<Watched*>(user);
     watched->state(stream, watched->user, state);
+}
+
+/// A listener beside the program's own, which it has the process event of.
+struct WatchedStream {
+    void (*process)(void* user);
+    void* user;
+    pw_stream_events others;
+    pw_stream_events ours;
+    spa_hook hook;
+};
+
+void WatchProcess(void* user) {
+    const auto* watched = static_cast<WatchedStream*>(user);
+    const InCallback inside(pipewireCallbacks);
+    watched->process(watched->user);
+}
+
+decltype(&pw_stream_add_listener) addListener = nullptr; // the library's
+
+void AddWatchedListener(pw_stream* stream, spa_hook* listener, const pw_stream_events* events,
+                        void* user) {
+    auto* watched =
+        new WatchedStream{events->process, user, *events, {}, {}}; // as long as the process
+    watched->others.process = nullptr;
+    watched->ours.version = PW_VERSION_STREAM_EVENTS;
+    watched->ours.process = WatchProcess;
+    addListener(stream, listener, &watched->others, user);
+    addListener(stream, &watched->hook, &watched->ours, watched);
 }
 
 __attribute__((constructor)) void Begin() {
@@ -136,11 +176,13 @@ __attribute__((constructor)) void Begin() {
 
 __attribute__((destructor)) void Report() {
     const char* path = std::getenv("CALLBACK_WATCH");
-    std::FILE* file = path != nullptr && callbacks > 0 ? std::fopen(path, "w") : nullptr;
+    const bool seen = cubebCallbacks + pipewireCallbacks > 0;
+    std::FILE* file = path != nullptr && seen ? std::fopen(path, "w") : nullptr;
     if (file == nullptr) {
         return;
     }
-    std::fprintf(file, "callbacks %u\n", callbacks.load());
+    std::fprintf(file, "cubeb callbacks %u\n", cubebCallbacks.load());
+    std::fprintf(file, "pipewire callbacks %u\n", pipewireCallbacks.load());
     if (systemCallsUnseen) {
         std::fprintf(file, "the kernel does not show system calls\n");
     }
@@ -155,6 +197,13 @@ __attribute__((destructor)) void Report() {
     std::fclose(file);
 }
 
+// The C library's dlsym, which below has another in its place.
+void* RealDlsym(void* library, const char* name) {
+    static const auto real =
+        reinterpret_cast<void* (*)(void*, const char*)>(dlvsym(RTLD_NEXT, "dlsym", "GLIBC_2.34"));
+    return real(library, name);
+}
+
 // Some have an older version besides, which dlsym might give.
 template <typename Function>
 Function* Next(const char* name) {
@@ -163,7 +212,7 @@ Function* Next(const char* name) {
         next = dlvsym(RTLD_NEXT, name, "GLIBC_2.3.2");
     }
     if (next == nullptr) {
-        next = dlsym(RTLD_NEXT, name);
+        next = RealDlsym(RTLD_NEXT, name);
     }
     return reinterpret_cast<Function*>(next);
 }
@@ -192,6 +241,16 @@ REPLACE(int, cubeb_stream_init,
     auto* watched = new Watched{data, state, user}; // as long as the process
     return next(context, stream, name, inputDevice, input, outputDevice, output, latencyFrames,
                 WatchData, PassState, watched);
+}
+
+// PipeWire's library is loaded, and its functions are looked up, at run time.
+REPLACE(void*, dlsym, (void* library, const char* name)) {
+    void* found = RealDlsym(library, name);
+    if (found != nullptr && std::string_view(name) == "pw_stream_add_listener") {
+        addListener = reinterpret_cast<decltype(addListener)>(found);
+        return reinterpret_cast<void*>(AddWatchedListener);
+    }
+    return found;
 }
 
 REPLACE(int, cubeb_stream_get_position, (cubeb_stream * stream, std::uint64_t* position)) {

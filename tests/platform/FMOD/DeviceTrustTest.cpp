@@ -102,8 +102,17 @@ TEST_F(DeviceTrust, PutsUpWithADeviceThatIsLateForAMoment) {
     EXPECT_TRUE(timeline.IsSounding());
 }
 
+// A cycle in hand is less than a buffer, so it gets more time to be back.
+TEST_F(DeviceTrust, PutsUpLongerWithADeviceThatKnowsItsTime) {
+    Device device(timeline, now, now, 2048, Device::Reports::Exact);
+    device.RunUntil(now, 1000 * ms);
+
+    EXPECT_FALSE(timeline.FallSilentIfLost(now + 320 * ms));
+    EXPECT_TRUE(timeline.FallSilentIfLost(now + 370 * ms));
+}
+
 TEST_F(DeviceTrust, RefusesADeviceThatTakesAnyAmount) {
-    DeviceFeed feed(timeline);
+    DeviceFeed feed(timeline, DeviceFeed::Reports::Estimated);
     std::vector<float> block(std::size_t{2} * 4410);
 
     // It "plays" all it gets at once, 12000 times too fast.
@@ -134,7 +143,7 @@ TEST_F(DeviceTrust, LeavesADeviceThatBeginsToRunAway) {
 }
 
 TEST_F(DeviceTrust, KeepsADeviceWhoseRateIsALittleOff) {
-    DeviceFeed feed(timeline);
+    DeviceFeed feed(timeline, DeviceFeed::Reports::Estimated);
     std::vector<float> block(std::size_t{2} * 445);
     std::int64_t handed = 4410;
     feed.Render(std::vector<float>(std::size_t{2} * 4410).data(), 4410, 0, 0);
@@ -151,11 +160,11 @@ TEST_F(DeviceTrust, KeepsADeviceWhoseRateIsALittleOff) {
 }
 
 TEST_F(DeviceTrust, TrustsNoDeviceThatCannotTellItsPosition) {
-    DeviceFeed feed(timeline);
+    DeviceFeed feed(timeline, DeviceFeed::Reports::Estimated);
     std::vector<float> block(std::size_t{2} * 441);
 
     for (; now < 1000 * ms; now += 10 * ms) {
-        EXPECT_TRUE(feed.Render(block.data(), 441, -1, now));
+        EXPECT_TRUE(feed.Render(block.data(), 441, sound::unknownPosition, now));
     }
 
     EXPECT_FALSE(timeline.IsSounding());
@@ -167,7 +176,7 @@ TEST_F(DeviceTrust, RunsOnWhileTheDeviceCannotTellItsPosition) {
     std::vector<float> block(std::size_t{2} * 441);
 
     for (const std::int64_t end = now + 1000 * ms; now < end; now += 10 * ms) {
-        device.feed.Render(block.data(), 441, -1, now);
+        device.feed.Render(block.data(), 441, sound::unknownPosition, now);
     }
 
     EXPECT_TRUE(timeline.IsSounding());

@@ -1,5 +1,7 @@
 // A sound server that hangs in the middle of a call or fails, and who waits for it.
+#include "Clock.h"
 #include "Output.h"
+#include "PipeWireLibrary.h"
 
 #include <cubeb/cubeb.h>
 
@@ -13,7 +15,9 @@
 #include <ctime>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <utility>
+#include <vector>
 
 // How long this thread has asked to sleep. A sleep lasts at least as long as was asked for, so that
 // the sum is bounded by the library's limits, however busy the machine is.
@@ -43,9 +47,13 @@ static std::atomic<bool> refuses{false};
 static std::atomic<int> contexts{0};
 static std::atomic<int> contextsEver{0};
 static std::atomic<int> streamsEver{0};
-static std::mutex callbacks; // a stream does not go while one of its callbacks runs
-static cubeb_state_callback tellState = nullptr; // of the latest stream
-static void* stateUser = nullptr;
+static std::mutex callbacks;               // a stream does not go while one of its callbacks runs
+static cubeb_data_callback fill = nullptr; // of the latest stream, as the next two
+static cubeb_state_callback tellState = nullptr;
+static void* user = nullptr;
+static std::mutex backendsMutex;
+static std::vector<std::string> backends; // that were tried
+static std::int64_t startNs = 0;          // since when the latest stream plays; 0: it cannot tell
 
 static void Enter(const char* operation) {
     if (hangsIn == operation) {
@@ -68,7 +76,7 @@ static void WaitFor(const std::atomic<int>& number, int wanted) {
 
 static void ReportError() {
     const std::lock_guard<std::mutex> lock(callbacks);
-    tellState(nullptr, stateUser, CUBEB_STATE_ERROR);
+    tellState(nullptr, user, CUBEB_STATE_ERROR);
 }
 
 } // namespace script
@@ -78,8 +86,12 @@ extern "C" {
 
 static int object; // the context, and the stream
 
-int cubeb_init(cubeb** context, const char*, const char*) {
-    ++script::contextsEver;
+int cubeb_init(cubeb** context, const char*, const char* backend) {
+    {
+        const std::lock_guard<std::mutex> lock(script::backendsMutex);
+        script::backends.emplace_back(backend);
+    }
+    script::Count(script::contextsEver, 1);
     if (script::refuses) {
         return CUBEB_ERROR;
     }
@@ -95,11 +107,12 @@ void cubeb_destroy(cubeb*) {
 }
 
 int cubeb_stream_init(cubeb*, cubeb_stream** stream, const char*, cubeb_devid, cubeb_stream_params*,
-                      cubeb_devid, cubeb_stream_params*, unsigned int, cubeb_data_callback,
+                      cubeb_devid, cubeb_stream_params*, unsigned int, cubeb_data_callback fill,
                       cubeb_state_callback tellState, void* user) {
     script::Enter("cubeb_stream_init");
+    script::fill = fill;
     script::tellState = tellState;
-    script::stateUser = user;
+    script::user = user;
     *stream = reinterpret_cast<cubeb_stream*>(&object);
     return CUBEB_OK;
 }
@@ -120,11 +133,17 @@ int cubeb_stream_stop(cubeb_stream*) {
     return CUBEB_OK;
 }
 
-int cubeb_stream_get_position(cubeb_stream*, std::uint64_t*) {
-    return CUBEB_ERROR;
+int cubeb_stream_get_position(cubeb_stream*, std::uint64_t* frames) {
+    *frames = static_cast<std::uint64_t>(sound::FramesIn(sound::MonotonicNs() - script::startNs));
+    return script::startNs == 0 ? CUBEB_ERROR : CUBEB_OK;
 }
 
 } // extern "C"
+
+// No PipeWire on this system.
+const sound::PipeWireLibrary* sound::LoadPipeWire() {
+    return nullptr;
+}
 
 static void RenderNothing(void*, float* block, std::int32_t frames) noexcept {
     std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 0.0F);
@@ -136,10 +155,22 @@ static std::chrono::nanoseconds TakeSlept() {
     return std::exchange(slept, std::chrono::nanoseconds(0));
 }
 
-class HangingDeviceTest : public testing::TestWithParam<const char*> {};
+static std::vector<std::string> TakeBackends() {
+    const std::lock_guard<std::mutex> lock(script::backendsMutex);
+    return std::exchange(script::backends, {});
+}
+
+class HangingDeviceTest : public testing::TestWithParam<const char*> {
+protected:
+    HangingDeviceTest() { setenv("SKOVRA_SOUND", "pulse", 1); }
+    ~HangingDeviceTest() override { unsetenv("SKOVRA_SOUND"); }
+};
 
 TEST_P(HangingDeviceTest, IsLeftToItselfAfter40Ms) {
+    using namespace std::chrono_literals;
     constexpr std::chrono::milliseconds limit{40};
+    constexpr std::chrono::milliseconds whileToBegin{300}; // this one never does
+    script::streamsEver = 0;
     script::hangsIn = GetParam();
     script::hangs = true;
     slept = {};
@@ -153,7 +184,7 @@ TEST_P(HangingDeviceTest, IsLeftToItselfAfter40Ms) {
     const auto inStop = TakeSlept();
 
     EXPECT_LE(inStart, limit);
-    EXPECT_LE(inAwait, limit);
+    EXPECT_LE(inAwait, limit + (script::streamsEver > 0 ? whileToBegin : 0ms));
     EXPECT_LE(inStop, limit);
     EXPECT_GT(inStart + inAwait + inStop, std::chrono::nanoseconds(0));
 
@@ -188,6 +219,81 @@ TEST(FailingDevice, IsClosedAndOpenedAgain) {
     script::WaitFor(script::contexts, 0);
 }
 
+static void AwaitRounds(int devices) {
+    for (int tried = script::contextsEver; tried < devices; tried = script::contextsEver) {
+        script::contextsEver.wait(tried);
+    }
+}
+
+TEST(RefusedDevice, IsFollowedByTheNextKind) {
+    setenv("JACK_DEFAULT_SERVER", "nonexistent", 1);
+    TakeBackends();
+    script::contextsEver = 0;
+    script::refuses = true;
+
+    sound::OutputHandle output = StartedOutput();
+    AwaitRounds(4);
+    output.reset();
+    script::refuses = false;
+
+    std::vector<std::string> tried = TakeBackends();
+    tried.resize(4);
+    EXPECT_EQ(tried, std::vector<std::string>({"pulse", "alsa", "pulse", "alsa"}));
+}
+
+static void RenderOnes(void*, float* block, std::int32_t frames) noexcept {
+    std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 1.0F);
+}
+
+// A device that is lost is likely to be back. Another kind might keep it from coming back, or tell
+// the time less well.
+TEST(LostDevice, IsTriedAgainBeforeAnyOtherKind) {
+    setenv("JACK_DEFAULT_SERVER", "nonexistent", 1);
+    script::streamsEver = 0;
+    script::startNs = sound::MonotonicNs();
+    sound::OutputHandle output = sound::StartOutput({nullptr, RenderOnes, WaitForNothing});
+    script::WaitFor(script::streamsEver, 1);
+    std::vector<float> block(std::size_t{2} * 441);
+    std::int64_t asked = 0;
+    while (block[0] == 0.0F) { // it has not taken over yet
+        if (asked < sound::FramesIn(sound::MonotonicNs() - script::startNs) + 4410) {
+            script::fill(nullptr, script::user, nullptr, block.data(), 441);
+            asked += 441;
+        }
+    }
+    TakeBackends();
+    script::contextsEver = 0;
+    script::refuses = true;
+
+    script::ReportError();
+    AwaitRounds(2);
+    output.reset();
+    script::refuses = false;
+    script::startNs = 0;
+
+    std::vector<std::string> tried = TakeBackends();
+    tried.resize(2);
+    EXPECT_EQ(tried, std::vector<std::string>({"pulse", "pulse"}));
+}
+
+TEST(NoDevice, IsTriedIfNoneIsWanted) {
+    setenv("SKOVRA_SOUND", "none", 1);
+    script::contextsEver = 0;
+    slept = {};
+    testing::internal::CaptureStderr();
+
+    sound::OutputHandle output = StartedOutput();
+    sound::AwaitDevice(*output);
+    const auto waited = TakeSlept();
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    output.reset();
+    unsetenv("SKOVRA_SOUND");
+
+    EXPECT_EQ(script::contextsEver, 0);
+    EXPECT_LT(waited, std::chrono::milliseconds(40)); // there is nothing to wait for
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 // These processes end in mid-show: no destructor runs, and exit does not join.
 
 [[noreturn]] static void EndWhileADeviceHangs() {
@@ -211,6 +317,7 @@ static void SayHowOftenADeviceWasTried() {
 
 [[noreturn]] static void EndWhileADeviceIsTriedAgain() {
     std::atexit(SayHowOftenADeviceWasTried); // last, for it is the first
+    setenv("SKOVRA_SOUND", "pulse", 1);
     script::refuses = true;
     outputLeftRunning = StartedOutput().release();
     std::exit(7);

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -49,10 +50,17 @@ protected:
     /// The music went on in real time; it may have halted while a device's loss was noticed.
     void ExpectRealTime(const std::string& when, const Course& course);
 
-    /// Of the music from @p fromMs to @p toMs, what the server recorded was what was heard when it
-    /// was played.
-    void ExpectInStep(const std::string& when, const std::vector<float>& recorded,
-                      unsigned int fromMs, unsigned int toMs);
+    /// Of the music from @p fromMs to @p toMs, what @p server recorded was what was heard when it
+    /// was played. Ends the recording, and returns it.
+    std::vector<float> ExpectInStep(const std::string& when, PrivateServer& server,
+                                    unsigned int fromMs, unsigned int toMs);
+
+    /// Watches until the music is over, at @p lengthMs: it was heard again after it had been at
+    /// @p backMs.
+    void ExpectHeardAgain(PrivateServer& server, unsigned int backMs, unsigned int lengthMs);
+
+    /// The first that was @p recorded is the first frame of the music, and so on without a gap.
+    static void ExpectWholeBeginning(const std::vector<float>& recorded);
 
     files::Folder folder;
 
@@ -77,4 +85,15 @@ private:
     FMOD::Channel* channel = nullptr;
     std::vector<Look> looks;
     Clock::duration longestCall{0};
+};
+
+/// The same on each kind of server, which records from the start.
+class LiveServerFixture : public LiveFixture, public testing::WithParamInterface<ServerKind> {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(server->IsRunning());
+        server->BeginRecording(); // which also keeps the sink awake
+    }
+
+    const std::unique_ptr<PrivateServer> server = GetParam().run();
 };

@@ -5,11 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 using devices::Counter;
 using devices::Device;
 using devices::ms;
+using sound::DeviceFeed;
 using sound::OutputTimeline;
 
 TEST(OutputTimeline, PlaysSilenceInRealTimeToTheFrame) {
@@ -69,6 +72,55 @@ TEST(OutputTimeline, KeepsTimeBesideADeviceThatMisjudgesItForASecond) {
 
     EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
                 static_cast<double>(sound::FramesIn(now)), 44.0);
+}
+
+TEST(OutputTimeline, BelievesADeviceThatKnowsItsTimeAtOnce) {
+    for (const std::int64_t moved : {-2205, -220, 220}) {
+        Counter counter;
+        OutputTimeline timeline(counter.AsSource(), 0);
+        std::int64_t now = 0;
+        Device device(timeline, now, now, 4410, Device::Reports::Exact);
+        device.RunUntil(now, 1000 * ms);
+        ASSERT_TRUE(timeline.IsSounding());
+
+        device.misjudged = moved; // this one is right
+        device.Ask(441, now);
+
+        const std::int64_t later = now + 100 * ms; // the clock never goes back
+        EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(later)),
+                    static_cast<double>(sound::FramesIn(later) + moved), 1.0);
+    }
+}
+
+// It asks for nothing until it plays, so nothing of the music is lost while it proves itself. Its
+// reports are of a moment ago; for later ones the clock has been asked already.
+TEST(OutputTimeline, HandsOverAtOnceAndInStepToADeviceThatKnowsItsTime) {
+    for (const std::int64_t delayMs : {20, 200}) {
+        Counter counter;
+        OutputTimeline timeline(counter.AsSource(), 0);
+        DeviceFeed feed(timeline, DeviceFeed::Reports::Exact);
+        std::vector<float> block(std::size_t{2} * 441);
+        const std::int64_t delay = delayMs * 441 / 10;
+        std::int64_t given = 0;
+        int compared = 0;
+        for (std::int64_t now = 500 * ms; now < 1000 * ms; now += 10 * ms) {
+            timeline.AdvanceSilence(now);
+            EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
+                        static_cast<double>(sound::FramesIn(now)), 1.0);
+
+            const std::int64_t reportedNs = now - 8 * ms;
+            feed.Render(block.data(), 441, given - delay, reportedNs);
+            given += 441;
+
+            EXPECT_TRUE(timeline.IsSounding());
+            if (block[0] > 0.0F) {
+                EXPECT_NEAR(block[0] - 1.0F,
+                            static_cast<double>(sound::FramesIn(reportedNs + delayMs * ms)), 1.0);
+                ++compared;
+            }
+        }
+        EXPECT_GT(compared, 35) << delayMs; // after what silence had rendered ahead
+    }
 }
 
 TEST(OutputTimeline, HandsOverToADeviceInStep) {

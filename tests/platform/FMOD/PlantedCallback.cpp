@@ -1,10 +1,15 @@
-// A sound callback that does what none may, so that the watch on callbacks has something to find.
-#include <cubeb/cubeb.h>
+// The library's own devices with a source that does what none may, so that the watch on callbacks
+// has something to find: planted-callback [system], with the device that SKOVRA_SOUND names.
+#include "Clock.h"
+#include "Device.h"
+#include "Devices.h"
+#include "OutputTimeline.h"
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -14,6 +19,14 @@
 static std::mutex mutex;
 static std::atomic<int> rounds{0};
 
+static void AllocateLockAndWait() {
+    static void* volatile block; // volatile, or nothing would be allocated
+    block = std::malloc(1);
+    std::free(block);
+    const std::lock_guard<std::mutex> lock(mutex);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
+
 // A system call that no function makes.
 static void CallSystem() {
 #if defined(__x86_64__)
@@ -22,43 +35,42 @@ static void CallSystem() {
 #endif
 }
 
-static long Fill(cubeb_stream*, void* allocates, const void*, void* output, long frames) {
-    if (allocates != nullptr) {
-        static void* volatile block; // volatile, or nothing would be allocated
-        block = std::malloc(1);
-        std::free(block);
-        const std::lock_guard<std::mutex> lock(mutex);
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    } else {
+static void Render(void* callsSystem, float* block, std::int32_t frames) noexcept {
+    if (callsSystem != nullptr) {
         CallSystem();
+    } else {
+        AllocateLockAndWait();
     }
-    std::fill_n(static_cast<float*>(output), 2 * frames, 0.0F);
+    std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 0.0F);
     ++rounds;
-    return frames;
 }
 
-static void Ignore(cubeb_stream*, void*, cubeb_state) {}
+static void WaitForNothing(void*, std::int32_t) noexcept {}
 
-int main(int argc, char**) {
-    cubeb* context = nullptr;
-    cubeb_stream* stream = nullptr;
-    cubeb_stream_params params = {};
-    params.format = CUBEB_SAMPLE_FLOAT32NE;
-    params.rate = 44100;
-    params.channels = 2;
-    params.layout = CUBEB_LAYOUT_STEREO;
-    void* allocates = argc > 1 ? nullptr : &params;
-    if (cubeb_init(&context, "Planted", nullptr) != CUBEB_OK ||
-        cubeb_stream_init(context, &stream, "Planted", nullptr, nullptr, nullptr, &params, 4410,
-                          Fill, Ignore, allocates) != CUBEB_OK ||
-        cubeb_stream_start(stream) != CUBEB_OK) {
-        return 1;
-    }
-    while (rounds < 10) {
+template <typename Condition>
+static void WaitFor(Condition reached) {
+    while (!reached()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
-    cubeb_stream_stop(stream);
-    cubeb_stream_destroy(stream);
-    cubeb_destroy(context);
+}
+
+// Until the device has asked for enough; false: it failed before, for it may be late.
+static bool Play(sound::OutputTimeline& timeline, const sound::DeviceKind& kind) {
+    sound::DeviceFeed feed(timeline, kind.reports);
+    const std::unique_ptr<sound::Device> device = kind.make(feed);
+    if (device == nullptr || !device->Start()) {
+        std::exit(1);
+    }
+    WaitFor([&feed] { return feed.HasPlayed() || feed.HasFailed(); });
+    const int before = rounds; // to begin with, and to take over
+    WaitFor([&feed, before] { return rounds >= before + 12 || feed.HasFailed(); });
+    return !feed.HasFailed();
+}
+
+int main(int argc, char** argv) {
+    sound::OutputTimeline timeline({argc > 1 ? argv : nullptr, Render, WaitForNothing},
+                                   sound::MonotonicNs());
+    while (!Play(timeline, sound::ChosenDevices().front())) {
+    }
     return 0;
 }

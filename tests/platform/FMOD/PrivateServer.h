@@ -1,49 +1,93 @@
-// A PulseAudio server of the test's own, whose only sink plays into nothing.
+// A sound server of the test's own, whose sinks play into nothing.
 #pragma once
 
+#include "ChildProcess.h"
 #include "Mp3Files.h"
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
+#include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
-#include <sys/types.h>
-
-/// Runs from the construction to the end. The environment leads this process to it and to no other
-/// sound system; programs of the server's package must be installed, or the test fails.
+/// Runs from the construction to the end. The environment leads this process to it; programs of the
+/// server's packages must be installed, or the test fails.
 class PrivateServer {
 public:
-    PrivateServer();
+    PrivateServer() = default;
     PrivateServer(const PrivateServer&) = delete;
     PrivateServer& operator=(const PrivateServer&) = delete;
-    ~PrivateServer();
+    virtual ~PrivateServer() = default;
 
-    bool IsRunning() const { return server > 0; }
+    bool IsRunning() { return server.IsRunning(); }
 
-    void Kill();
+    virtual void Kill();
 
     /// Kills it, and runs a new one where it was.
     void Restart();
 
     /// Makes it hang, and go on.
-    void Stop();
-    void Continue();
+    void Stop() const;
+    void Continue() const;
 
-    /// Begins to note what the sink plays, as stereo frames at 44.1 kHz, until EndRecording. The
-    /// sink is awake from then on; an idle one starts late.
+    /// Begins to note what the default sink plays, as stereo frames at 44.1 kHz, until
+    /// EndRecording. The sink is awake from then on; an idle one starts late.
     void BeginRecording();
 
     /// Of what the sink has played, a few ms late.
     std::size_t RecordedFrames() const;
     std::vector<float> EndRecording();
 
-private:
-    void Run();
+    /// What is heard less what is recorded by then, in ms, when that is least: between these two,
+    /// on a busy machine, too.
+    struct Lag {
+        double fromMs;
+        double toMs;
+    };
+    virtual Lag RecordingLag() const = 0;
+
+protected:
+    /// Starts it and waits until it can play.
+    virtual void Run() = 0;
+
+    /// What writes to @p path, as plain floats.
+    virtual std::vector<std::string> RecorderCommand(const std::string& path) const = 0;
 
     files::Folder folder;
-    pid_t server = -1;
-    pid_t recorder = -1;
+    ChildProcess server;
+
+private:
+    std::string RecordedPath() const { return folder.Path("recorded.raw"); }
+
+    ChildProcess recorder;
 };
+
+/// A kind of server, for tests that are of each.
+struct ServerKind {
+    const char* name;
+    const char* device; ///< what SKOVRA_SOUND calls it
+    std::unique_ptr<PrivateServer> (*run)();
+};
+
+inline std::ostream& operator<<(std::ostream& stream, const ServerKind& kind) {
+    return stream << kind.name;
+}
+
+extern const ServerKind pulseAudio;
+extern const ServerKind pipeWire;
+
+inline auto EachServer() {
+    return testing::Values(pulseAudio, pipeWire);
+}
+
+inline std::string NameOf(const testing::TestParamInfo<ServerKind>& info) {
+    return info.param.name;
+}
+
+/// Whether something listens at the socket @p path.
+bool Accepts(const std::string& path);
 
 /// Leads this process to no sound system at all.
 void HideSoundSystems();

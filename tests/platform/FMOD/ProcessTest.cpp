@@ -1,5 +1,7 @@
 // What the library does to the process it is in: in its callback, to its memory, and to the kernel.
-#include "CubebOutput.h"
+#include "Clock.h"
+#include "Device.h"
+#include "Devices.h"
 #include "Mp3Files.h"
 #include "OutputTimeline.h"
 #include "PrivateServer.h"
@@ -7,11 +9,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,7 +28,10 @@ namespace {
 
 class ProcessTest : public testing::Test {
 protected:
-    ProcessTest() { files::EncodeMp3(music, sweep::Frames(std::size_t{4} * 44100), 44100); }
+    ProcessTest() {
+        HideSoundSystems();
+        files::EncodeMp3(music, sweep::Frames(std::size_t{4} * 44100), 44100);
+    }
 
     // Runs a program from beside this one; what waitpid says of it.
     static int Run(std::vector<std::string> command) {
@@ -65,56 +72,57 @@ protected:
     const std::string music = folder.Path("sweep.mp3");
 };
 
+class ServerProcessTest : public ProcessTest, public testing::WithParamInterface<ServerKind> {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(server->IsRunning());
+        server->BeginRecording();
+        setenv("SKOVRA_SOUND", GetParam().device, 1);
+    }
+
+    const std::string callbacks =
+        GetParam().device == pipeWire.device ? "pipewire callbacks" : "cubeb callbacks";
+    const std::unique_ptr<PrivateServer> server = GetParam().run();
+};
+
 } // namespace
 
-TEST_F(ProcessTest, CallbackNeitherAllocatesNorLocksNorWaitsNorCallsTheSystem) {
-    PrivateServer server;
-    ASSERT_TRUE(server.IsRunning());
-    server.BeginRecording();
+INSTANTIATE_TEST_SUITE_P(EachServer, ServerProcessTest, EachServer(), NameOf);
 
+TEST_P(ServerProcessTest, CallbackNeitherAllocatesNorLocksNorWaitsNorCallsTheSystem) {
     auto counts = RunWatched({"music-player", music, "3000"});
 
-    EXPECT_GT(counts["callbacks"], 30);
-    counts.erase("callbacks");
+    EXPECT_GT(counts[callbacks], 30);
+    counts.erase("cubeb callbacks");
+    counts.erase("pipewire callbacks");
     EXPECT_EQ(testing::PrintToString(counts), "{}");
 }
 
-TEST_F(ProcessTest, CallbackThatAllocatesLocksOrWaitsIsCaught) {
-    PrivateServer server;
-    ASSERT_TRUE(server.IsRunning());
-    server.BeginRecording();
-
+TEST_P(ServerProcessTest, CallbackThatAllocatesLocksOrWaitsIsCaught) {
     auto counts = RunWatched({"planted-callback"});
 
-    EXPECT_GE(counts["callbacks"], 10);
+    EXPECT_GE(counts[callbacks], 10);
     for (const char* name : {"malloc", "free", "pthread_mutex_lock", "nanosleep"}) {
         EXPECT_GE(counts[name], 10) << name;
     }
 }
 
 #if defined(__x86_64__)
-TEST_F(ProcessTest, CallbackThatCallsTheSystemItselfIsCaught) {
-    PrivateServer server;
-    ASSERT_TRUE(server.IsRunning());
-    server.BeginRecording();
-
+TEST_P(ServerProcessTest, CallbackThatCallsTheSystemItselfIsCaught) {
     auto counts = RunWatched({"planted-callback", "system"});
 
     EXPECT_GE(counts["system call " + std::to_string(SYS_getppid)], 10);
 }
 #endif
 
-TEST_F(ProcessTest, FrameMakesNoSystemCallButForTheClock) {
-    PrivateServer server;
-    ASSERT_TRUE(server.IsRunning());
-    server.BeginRecording();
-
+TEST_P(ServerProcessTest, FrameMakesNoSystemCallButForTheClock) {
     EXPECT_EQ(Run({"music-player", music, "3000", "sealed"}), 0);
+
+    const std::vector<float> recorded = server->EndRecording();
+    EXPECT_GT(*std::max_element(recorded.begin(), recorded.end()), 0.4F) << "not heard";
 }
 
 TEST_F(ProcessTest, FrameThatMakesAnotherSystemCallIsCaught) {
-    HideSoundSystems();
-
     const int status = Run({"music-player", music, "1000", "planted"});
 
     EXPECT_TRUE(WIFSIGNALED(status));
@@ -134,20 +142,32 @@ static long ResidentKilobytes() {
 static void NoFrames(void*, float*, std::int32_t) noexcept {}
 static void NoWait(void*, std::int32_t) noexcept {}
 
-TEST(CubebOutput, TakesNoMoreMemoryTheMoreOftenItTries) {
-    HideSoundSystems();
-    sound::OutputTimeline timeline({nullptr, NoFrames, NoWait}, 0);
-    sound::DeviceFeed feed(timeline);
-    const auto tryOnce = [&feed] { EXPECT_FALSE(sound::CubebOutput(feed).Start()); };
-    tryOnce();
+static bool OpensDevice() {
+    sound::OutputTimeline timeline({nullptr, NoFrames, NoWait}, sound::MonotonicNs());
+    const sound::DeviceKind& kind = sound::ChosenDevices().front();
+    sound::DeviceFeed feed(timeline, kind.reports);
+    return kind.make(feed)->Start();
+}
+
+static void ExpectNoMoreMemory(bool opens) {
+    EXPECT_EQ(OpensDevice(), opens);
     const long onceKilobytes = ResidentKilobytes();
 
     for (int i = 0; i < 30; ++i) {
-        tryOnce();
+        EXPECT_EQ(OpensDevice(), opens);
     }
 
     const long grownKilobytes = ResidentKilobytes() - onceKilobytes;
     testing::Test::RecordProperty("residentKilobytes", std::to_string(onceKilobytes));
     testing::Test::RecordProperty("grownKilobytes", std::to_string(grownKilobytes));
     EXPECT_LT(grownKilobytes, 1000);
+}
+
+TEST_P(ServerProcessTest, TakesNoMoreMemoryTheMoreOftenItOpensADevice) {
+    ExpectNoMoreMemory(true);
+}
+
+TEST_P(ServerProcessTest, TakesNoMoreMemoryTheMoreOftenItTriesToOpenOne) {
+    server->Kill();
+    ExpectNoMoreMemory(false);
 }

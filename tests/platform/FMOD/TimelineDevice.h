@@ -32,9 +32,11 @@ struct Counter {
 /// A device that has been started, with @p latencyFrames always in its buffer, played in real time
 /// from @p startNs on.
 struct Device {
+    using Reports = sound::DeviceFeed::Reports;
+
     Device(sound::OutputTimeline& timeline, std::int64_t fillNs, std::int64_t beginNs,
-           std::int32_t latencyFrames)
-        : feed(timeline), startNs(beginNs) {
+           std::int32_t latencyFrames, Reports reports = Reports::Estimated)
+        : feed(timeline, reports), startNs(beginNs) {
         Ask(latencyFrames, fillNs);
     }
 

@@ -1,0 +1,42 @@
+// PipeWire's client library, loaded when it is wanted: a system without it plays by other means.
+#pragma once
+
+#include <pipewire/pipewire.h>
+
+namespace sound {
+
+/// Functions of libpipewire: pw_thread_loop_new is threadLoopNew here, and so on.
+struct PipeWireLibrary {
+    decltype(&pw_init) init;
+    decltype(&pw_get_library_version) getLibraryVersion;
+    decltype(&pw_log_set_level) logSetLevel;
+    decltype(&pw_properties_new_dict) propertiesNewDict;
+    decltype(&pw_thread_loop_new) threadLoopNew;
+    decltype(&pw_thread_loop_destroy) threadLoopDestroy;
+    decltype(&pw_thread_loop_get_loop) threadLoopGetLoop;
+    decltype(&pw_thread_loop_start) threadLoopStart;
+    decltype(&pw_thread_loop_stop) threadLoopStop;
+    decltype(&pw_thread_loop_lock) threadLoopLock;
+    decltype(&pw_thread_loop_unlock) threadLoopUnlock;
+    decltype(&pw_thread_loop_signal) threadLoopSignal;
+    decltype(&pw_thread_loop_get_time) threadLoopGetTime;
+    decltype(&pw_thread_loop_timed_wait_full) threadLoopTimedWaitFull;
+    decltype(&pw_context_new) contextNew;
+    decltype(&pw_context_destroy) contextDestroy;
+    decltype(&pw_context_connect) contextConnect;
+    decltype(&pw_core_disconnect) coreDisconnect;
+    decltype(&pw_proxy_destroy) proxyDestroy;
+    decltype(&pw_stream_new) streamNew;
+    decltype(&pw_stream_destroy) streamDestroy;
+    decltype(&pw_stream_add_listener) streamAddListener;
+    decltype(&pw_stream_connect) streamConnect;
+    decltype(&pw_stream_get_time_n) streamGetTimeN;
+    decltype(&pw_stream_dequeue_buffer) streamDequeueBuffer;
+    decltype(&pw_stream_queue_buffer) streamQueueBuffer;
+};
+
+/// The library, initialised and, unless PIPEWIRE_DEBUG is set, silent; null: this system has none,
+/// or one too old. It stays loaded. One thread at a time.
+const PipeWireLibrary* LoadPipeWire();
+
+} // namespace sound

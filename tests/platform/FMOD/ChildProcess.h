@@ -1,0 +1,51 @@
+// A program that runs beside a test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <sys/types.h>
+
+/// Ends with this object, and with the test's process however that ends.
+class ChildProcess {
+public:
+    ChildProcess() = default;
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+    ~ChildProcess();
+
+    /// Starts @p command; what it says on standard output is in @p outputPath. One at a time.
+    void Start(const std::vector<std::string>& command,
+               const std::string& outputPath = "/dev/null");
+
+    bool IsRunning();
+
+    void Signal(int signal) const;
+
+    /// Sends @p signal, which is to end it, and waits until it has ended.
+    void End(int signal);
+
+    /// Waits until it has ended: what waitpid says.
+    int Wait();
+
+    /// Waits until @p reached(). Fails the test and answers false if the program ends before.
+    template <typename Condition>
+    bool Await(Condition reached) {
+        while (!reached()) {
+            if (!IsRunning()) {
+                ADD_FAILURE() << program << " is not installed, or ended too soon";
+                return false;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        return true;
+    }
+
+private:
+    std::string program;
+    pid_t child = -1;
+};

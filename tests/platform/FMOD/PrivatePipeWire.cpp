@@ -1,0 +1,110 @@
+// A PipeWire session of the test's own: the daemon and its session manager, with two sinks.
+#include "PrivatePipeWire.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+// Runs a command to its end, which is to be a good one.
+static void Do(const std::vector<std::string>& command) {
+    ChildProcess process;
+    process.Start(command);
+    EXPECT_EQ(process.Wait(), 0) << command.front() << " is not installed, or failed";
+}
+
+// The hardware of whoever runs this is left alone: one form for WirePlumber 0.4, one for 0.5.
+static void WriteManagerSettings(const std::filesystem::path& folder) {
+    for (const char* part : {"main.lua.d", "bluetooth.lua.d", "wireplumber.conf.d"}) {
+        std::filesystem::create_directories(folder / part);
+    }
+    std::ofstream(folder / "main.lua.d/51-none.lua") << "alsa_monitor.enabled = false\n"
+                                                        "v4l2_monitor.enabled = false\n"
+                                                        "libcamera_monitor.enabled = false\n";
+    std::ofstream(folder / "bluetooth.lua.d/51-none.lua") << "bluez_monitor.enabled = false\n";
+    std::ofstream(folder / "wireplumber.conf.d/none.conf")
+        << "wireplumber.profiles = { main = { hardware.audio = disabled "
+           "hardware.bluetooth = disabled hardware.video-capture = disabled } }\n";
+}
+
+PrivatePipeWire::PrivatePipeWire() {
+    for (const char* name :
+         {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "XDG_STATE_HOME", "PIPEWIRE_RUNTIME_DIR"}) {
+        setenv(name, folder.Path("").c_str(), 1);
+    }
+    setenv("PIPEWIRE_REMOTE", folder.Path("pipewire-0").c_str(), 1);
+    setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + folder.Path("bus")).c_str(), 1);
+    WriteManagerSettings(folder.Path("wireplumber"));
+    bus.Start(
+        {"dbus-daemon", "--session", "--nofork", "--address=unix:path=" + folder.Path("bus")});
+    if (bus.Await([this] { return Accepts(folder.Path("bus")); })) {
+        Run();
+    }
+}
+
+void PrivatePipeWire::Run() {
+    server.Start({"pipewire", "-c", PIPEWIRE_CONFIGURATION});
+    if (!server.Await([this] { return Accepts(folder.Path("pipewire-0")); }) ||
+        !StartSessionManager()) {
+        Kill();
+    }
+}
+
+void PrivatePipeWire::Kill() {
+    PrivateServer::Kill();
+    EndSessionManager();
+}
+
+void PrivatePipeWire::EndSessionManager() {
+    manager.End(SIGKILL);
+}
+
+bool PrivatePipeWire::StartSessionManager() {
+    manager.Start({"wireplumber"});
+    return AwaitDefaultSink();
+}
+
+bool PrivatePipeWire::AwaitDefaultSink() {
+    return manager.Await([this] {
+        const std::string path = folder.Path("default-sink");
+        ChildProcess question;
+        question.Start({"wpctl", "inspect", "@DEFAULT_AUDIO_SINK@"}, path);
+        question.Wait();
+        const files::Bytes said = files::ReadAll(path);
+        std::filesystem::remove(path);
+        const std::string text(said.begin(), said.end());
+        return text.find('"' + defaultSink + '"') != std::string::npos;
+    });
+}
+
+void PrivatePipeWire::ChooseSink(const std::string& sink) {
+    Do({"pw-metadata", "0", "default.configured.audio.sink", "{ \"name\": \"" + sink + "\" }",
+        "Spa:String:JSON"});
+    defaultSink = sink;
+    AwaitDefaultSink();
+}
+
+void PrivatePipeWire::SuspendSink(const std::string& sink) const {
+    Do({"pw-cli", "send-command", sink, "Suspend", "{}"});
+}
+
+void PrivatePipeWire::RemoveSink(const std::string& sink) const {
+    Do({"pw-cli", "destroy", sink});
+}
+
+void PrivatePipeWire::AddSink(const std::string& sink) const {
+    Do({"pw-cli", "create-node", "adapter",
+        "{ factory.name = support.null-audio-sink node.name = " + sink +
+            " media.class = Audio/Sink audio.position = \"FL,FR\" object.linger = true }"});
+}
+
+void PrivatePipeWire::ForceQuantum(int frames) const {
+    Do({"pw-metadata", "-n", "settings", "0", "clock.force-quantum", std::to_string(frames)});
+}
+
+std::vector<std::string> PrivatePipeWire::RecorderCommand(const std::string& path) const {
+    return {"pw-record",    "--target",     defaultSink,    "-P", "{ stream.capture.sink = true }",
+            "--rate=44100", "--channels=2", "--format=f32", path};
+}
