@@ -12,23 +12,33 @@ namespace bench {
 
 class HeardMusic {
 public:
-    /// Finds each frame of the log at @p sinkLogPath, see SinkLog.cpp, in @p music.
+    /// Finds each frame of the log at @p sinkLogPath, see SinkLog.h, in @p music. What was not
+    /// rendered at the music's rate is resampled first, and the music must then be without notes
+    /// above 2 kHz.
     HeardMusic(const std::string& sinkLogPath, const Music& music);
 
-    /// A stretch of the sink's time in which the music ran on, stood still, or was not recognised.
+    /// A stretch of the sink's time in which the music ran on, stood still, was not recognised, or
+    /// of which the log says nothing.
     struct Stretch {
-        enum class Kind { Runs, Silent, Unknown };
+        enum class Kind { Runs, Silent, Unknown, Unseen };
         Kind kind;
-        std::int64_t sinkFrame;
+        std::int64_t sinkFrame; ///< at the music's rate
         std::int64_t count;
         std::int64_t musicFrame; ///< at its beginning; where it stopped, unless it runs
+        double fraction;         ///< of a frame, to be added; 0 where nothing was resampled
     };
     const std::vector<Stretch>& Stretches() const { return stretches; }
+
+    /// Whether the log shows what came before the first frame of the music heard.
+    bool IsBeginningSeen() const;
 
     /// CLOCK_MONOTONIC of the first frame of the music heard; 0: none was.
     std::int64_t BeginNs() const;
     /// The same of the moment after the last.
     std::int64_t EndNs() const;
+
+    /// CLOCK_MONOTONIC of a frame, as far as there are any.
+    std::int64_t NsOf(std::int64_t sinkFrame) const;
 
     struct Moment {
         Stretch::Kind kind;
@@ -38,24 +48,35 @@ public:
     Moment At(std::int64_t ns) const;
 
 private:
-    // Frames of the sink that were rendered as one, `sinkFrame` the number of the first.
+    // Frames that were rendered as one, `sinkFrame` the number of the first.
     struct Block {
         std::int64_t heardNs;
-        std::int64_t sinkFrame;
+        double sinkFrame;
+    };
+
+    // What was rendered in one go at a rate, from frame `begin` to that of the next part.
+    struct Part {
+        std::int64_t begin;
+        bool resampled;
     };
 
     void Read(const std::string& path);
+    void MakeRoomAt(std::int64_t heardNs);
+    void Append(const std::vector<Frame>& rendered, std::int64_t rate);
+    bool IsResampled(std::int64_t sinkFrame) const;
+    std::int64_t EndOfPart(std::int64_t sinkFrame) const;
     void Recognise(const Music& music);
-    std::int64_t NsOf(std::int64_t sinkFrame) const;
-    std::optional<std::int64_t> FindPlace(const Music& music, std::int64_t sinkFrame,
+    std::optional<Music::Place> FindPlace(const Music& music, std::int64_t sinkFrame,
                                           std::int64_t expected) const;
     void Cut(std::int64_t sinkFrame);
     std::int64_t PassUnknown(std::int64_t sinkFrame, std::int64_t musicFrame);
+    std::int64_t PassUnseen(std::int64_t sinkFrame, std::int64_t musicFrame);
     std::int64_t PassSilence(std::int64_t sinkFrame, std::int64_t musicFrame);
-    std::int64_t FollowMusic(const Music& music, std::int64_t sinkFrame, std::int64_t& musicFrame);
+    std::int64_t FollowMusic(const Music& music, std::int64_t sinkFrame, Music::Place& place);
 
     std::vector<Block> blocks;
-    std::vector<Frame> frames;
+    std::vector<Frame> frames; // what was not seen is not a number
+    std::vector<Part> parts;
     std::vector<Stretch> stretches;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -29,8 +30,25 @@ public:
     /// Whether @p heard is frame @p number, as far as decoders and sample formats differ.
     bool IsFrame(std::int64_t number, Frame heard) const;
 
+    /// A place between two frames, in [-0.5, 0.5] from a whole one.
+    struct Place {
+        std::int64_t frame;
+        double fraction;
+    };
+
+    /// The same as Find for a part that was resampled, of music without high notes.
+    std::optional<Place> FindResampled(std::span<const Frame> part, std::int64_t expected) const;
+
+    /// The same as IsFrame for what was resampled.
+    bool IsAtPlace(Place place, Frame heard) const;
+
+    /// The music between its frames.
+    Frame At(Place place) const;
+
 private:
     bool IsAt(std::span<const Frame> part, std::int64_t number) const;
+    bool MayBeAt(std::span<const Frame> part, std::int64_t number) const;
+    std::optional<Place> Adjust(std::span<const Frame> part, std::int64_t number) const;
 
     std::vector<Frame> frames;
 };

@@ -1,4 +1,7 @@
 // Plays music with the sound library and nothing else, as the benchmark asks.
+//   player poll|pause MUSIC LOGS [SINKLOG]   asks every millisecond, and notes the answers
+//   player show|play|call MUSIC              see below
+// With SINKLOG the music is begun only when the log shows what this player plays.
 #include "Answers.h"
 #include "Clock.h"
 #include "Music.h"
@@ -12,6 +15,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -33,9 +37,12 @@ static void Check(FMOD_RESULT result) {
 namespace {
 
 struct Playing {
-    explicit Playing(const char* path) {
+    explicit Playing(const char* path, const char* sinkLog = nullptr) {
         Check(FMOD::System_Create(&system));
         Check(system->init(1, FMOD_INIT_NORMAL, nullptr));
+        if (sinkLog != nullptr) {
+            Await(sinkLog);
+        }
         FMOD::Sound* sound = nullptr;
         Check(system->createSound(path, FMOD_2D | FMOD_SOFTWARE | FMOD_CREATESTREAM, nullptr,
                                   &sound));
@@ -44,6 +51,17 @@ struct Playing {
     Playing(const Playing&) = delete;
     Playing& operator=(const Playing&) = delete;
     ~Playing() { system->release(); }
+
+    // Until something is in it, at most five seconds.
+    static void Await(const std::filesystem::path& sinkLog) {
+        std::error_code error;
+        for (int ms = 0; ms < 5000; ++ms) {
+            if (const auto size = std::filesystem::file_size(sinkLog, error); !error && size > 0) {
+                return;
+            }
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+    }
 
     bool GoesOn() const {
         bool playing = false;
@@ -126,9 +144,9 @@ private:
 
 } // namespace
 
-static void Poll(const char* path, const std::string& logPrefix, bool pauses) {
+static void Poll(const char* path, const std::string& logPrefix, const char* sinkLog, bool pauses) {
     const bench::Music music(path);
-    Playing playing(path);
+    Playing playing(path, sinkLog);
     Watch watch(playing, music);
     bench::Millisecond millisecond;
     for (int ms = 0; playing.GoesOn(); ++ms) {
@@ -190,10 +208,8 @@ static void Call(const char* path) {
 
 int main(int argc, char** argv) {
     const std::string_view mode = argc > 2 ? argv[1] : "";
-    if (mode == "poll" && argc == 4) {
-        Poll(argv[2], argv[3], false);
-    } else if (mode == "pause" && argc == 4) {
-        Poll(argv[2], argv[3], true);
+    if ((mode == "poll" || mode == "pause") && (argc == 4 || argc == 5)) {
+        Poll(argv[2], argv[3], argc == 5 ? argv[4] : nullptr, mode == "pause");
     } else if (mode == "show") {
         PlayAsShow(argv[2]);
     } else if (mode == "play") {
@@ -201,7 +217,9 @@ int main(int argc, char** argv) {
     } else if (mode == "call") {
         Call(argv[2]);
     } else {
-        std::fputs("usage: player poll|pause MUSIC LOGS, player show|play|call MUSIC\n", stderr);
+        std::fputs("usage: player poll|pause MUSIC LOGS [SINKLOG]\n"
+                   "       player show|play|call MUSIC\n",
+                   stderr);
         return 2;
     }
     return 0;

@@ -4,6 +4,8 @@
 // The sink calls pa_sink_render by name, so this one is called in its place, on the sink's own
 // thread. No package has headers for the server's inner interface: what is used of it is declared
 // here.
+#include "SinkLog.h"
+
 #include "Clock.h"
 
 #include <cstddef>
@@ -70,10 +72,9 @@ void pa_sink_render(pa_sink* sink, std::size_t length, pa_memchunk* result) {
 
     const std::int64_t heardNs = NextHeardNs(sink);
     render(sink, length, result);
-    const auto size = static_cast<std::int64_t>(result->length);
+    const bench::SinkBlock block = {heardNs, 44100, 0, static_cast<std::int64_t>(result->length)};
     const auto* data = static_cast<const char*>(pa_memblock_acquire(result->memblock));
-    Write(log, &heardNs, sizeof(heardNs));
-    Write(log, &size, sizeof(size));
+    Write(log, &block, sizeof(block));
     Write(log, data + result->index, result->length);
     pa_memblock_release(result->memblock);
 }

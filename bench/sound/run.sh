@@ -1,30 +1,61 @@
 #!/usr/bin/env bash
-# script/bench sound: measures the sound library and its peers on a sound server of its own, and
-# prints the table of docs/sound.md.
+# script/bench sound: measures the sound library and its peers on sound servers of its own, and
+# prints the tables of docs/sound.md.
+#   --server NAME   pulseaudio (the default), pipewire, or both
 #   --quick         shorter runs, for a first look
 #   --shows COUNT   how many whole shows are watched for dropouts
+#   --starts COUNT  how often each position on PipeWire is measured
+#   --only TABLE    players, quanta or changes instead of all of them
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
 usage() {
-    echo "usage: script/bench sound [--quick] [--shows COUNT]" >&2
+    echo "usage: script/bench sound [--server pulseaudio|pipewire|both] [--quick]" \
+        "[--shows COUNT] [--starts COUNT] [--only players|quanta|changes]" >&2
     exit 2
 }
 
+count() {
+    [[ $1 =~ ^[0-9]+$ ]] || usage
+    echo "$1"
+}
+
+servers=(pulseaudio)
 seconds=20
 rounds=3
 shows=10
+starts=5
+paths=(pipewire pulse)
+tables="players quanta changes"
 arguments="$*"
 while [ $# -gt 0 ]; do
     case $1 in
+    --server)
+        case ${2:-} in
+        pulseaudio | pipewire) servers=("$2") ;;
+        both) servers=(pulseaudio pipewire) ;;
+        *) usage ;;
+        esac
+        shift
+        ;;
     --quick)
         seconds=8
         rounds=1
         shows=1
+        starts=1
+        paths=(pipewire)
         ;;
     --shows)
-        [[ ${2:-} =~ ^[0-9]+$ ]] || usage
-        shows=$2
+        shows=$(count "${2:-}")
+        shift
+        ;;
+    --starts)
+        starts=$(count "${2:-}")
+        shift
+        ;;
+    --only)
+        [[ " $tables " == *" ${2:- } "* ]] || usage
+        tables=$2
         shift
         ;;
     *) usage ;;
@@ -33,7 +64,10 @@ while [ $# -gt 0 ]; do
 done
 
 script/setup build headless bench || echo "Measuring with what is there." >&2
-for program in pulseaudio pacat lame stress-ng; do
+needed=(lame stress-ng pactl)
+[[ ${servers[*]} != *pulseaudio* ]] || needed+=(pulseaudio pacat)
+[[ ${servers[*]} != *pipewire* ]] || needed+=(pipewire wireplumber pw-metadata dbus-daemon)
+for program in "${needed[@]}"; do
     command -v "$program" >/dev/null || {
         echo "Cannot measure without $program; script/setup bench installs it." >&2
         exit 1
@@ -41,320 +75,42 @@ for program in pulseaudio pacat lame stress-ng; do
 done
 # shellcheck source=bench/measure.sh
 . bench/measure.sh
+# shellcheck source=bench/sound/figures.sh
+. bench/sound/figures.sh
+# shellcheck source=bench/sound/music.sh
+. bench/sound/music.sh
+# shellcheck source=bench/sound/servers.sh
+. bench/sound/servers.sh
+# shellcheck source=bench/sound/players.sh
+. bench/sound/players.sh
+# shellcheck source=bench/sound/quantum.sh
+. bench/sound/quantum.sh
+# shellcheck source=bench/sound/changes.sh
+. bench/sound/changes.sh
 
 has() {
     command -v "$1" >/dev/null
 }
 
-# The sound server --------------------------------------------------------------------------------
-
-# start_server: what its sink lets be heard is written to $sink_log. The sink begins with two seconds
-# of nothing that it does not take back for a player.
-start_server() {
-    sink_log=$headless_dir/sink
-    rm -f "$sink_log"
-    start_sound_server "format=float32le rate=44100 channels=2" --latency-msec=20 \
-        "SINK_LOG=$sink_log" "LD_PRELOAD=$PROGRAMS/bench-sink-log.so"
-    sleep 2.5
-}
-
-# end_server: after a moment, in which what was played last is heard.
-end_server() {
-    sleep 0.3
-    headless_stop "$sound_zeros"
-    headless_stop "$sound_server"
-}
-
-start_load() {
-    stress-ng --quiet --cpu 4 >/dev/null 2>&1 &
-    load=$!
-    headless_pids+=("$load")
-}
-
-end_load() {
-    headless_stop "$load"
-}
-
-# Music -------------------------------------------------------------------------------------------
-
-# Noise: each moment of it is like no other. Without LAME's tag, so that all decoders agree on
-# where it begins.
-make_music() {
-    music=$headless_dir/music.mp3
-    head -c $((44100 * 4 * seconds)) /dev/urandom |
-        lame --quiet -r -s 44.1 --scale 0.3 -b 192 -t - "$music" 2>/dev/null
-    half_music=$headless_dir/half.mp3
-    head -c $(($(stat -c %s "$music") / 2)) "$music" >"$half_music"
-}
-
-# make_long_music: ten minutes and ten hours, by repeating the frames of one minute.
-make_long_music() {
-    local minute=$headless_dir/minute.mp3 i
-    head -c $((44100 * 2 * 60)) /dev/urandom |
-        lame --quiet -r -s 44.1 -m m --scale 0.3 -b 32 --resample 44.1 -t - "$minute" 2>/dev/null
-    for ((i = 0; i < 600; i++)); do
-        cat "$minute"
-    done >"$headless_dir/hours.mp3"
-    head -c $((10 * $(stat -c %s "$minute"))) "$headless_dir/hours.mp3" >"$headless_dir/minutes.mp3"
-}
-
-# Results: figures by name ------------------------------------------------------------------------
-
-declare -A result=()
-
-# keep NAME LINE: the NAME=VALUE pairs of the line, as result[NAME.KEY].
-keep() {
-    local pair
-    for pair in $2; do
-        result[$1.${pair%%=*}]=${pair#*=}
-    done
-}
-
-# figure FORMAT NAME...: "–" if one of them was not measured.
-figure() {
-    local format=$1 name values=()
-    shift
-    for name in "$@"; do
-        if [ -z "${result[$name]:-}" ] || [[ ${result[$name]} == *nan* ]]; then
-            printf '–'
-            return
-        fi
-        values+=("${result[$name]}")
-    done
-    # shellcheck disable=SC2059 # the format is the caller's
-    LC_ALL=C printf "$format" "${values[@]}"
-}
-
-# Position ----------------------------------------------------------------------------------------
-
-compare() {
-    keep "$1" "$("$PROGRAMS/bench-truth" position "$sink_log" "$music" "$2")"
-}
-
-measure_ours() {
-    local answers=$headless_dir/answers
-    start_server
-    "$PROGRAMS/bench-player" poll "$music" "$answers"
-    end_server
-    compare "$1.playhead" "$answers.playhead"
-    compare "$1.position" "$answers.position"
-    compare "$1.spectrum" "$answers.spectrum"
-}
-
-measure_pauses() {
-    local answers=$headless_dir/answers
-    start_server
-    "$PROGRAMS/bench-player" pause "$music" "$answers"
-    end_server
-    compare "$1.pause" "$answers.playhead"
-}
-
-measure_sdl() {
-    [ -x "$PROGRAMS/bench-sdl-player" ] || return 0
-    start_server
-    SDL_AUDIODRIVER=pulseaudio "$PROGRAMS/bench-sdl-player" "$music" "$headless_dir/answers.sdl"
-    end_server
-    compare "$1.sdl" "$headless_dir/answers.sdl"
-}
-
-run_mpv() {
-    mpv --no-config --no-video --ao=pulse --really-quiet "$@"
-}
-
-measure_mpv() {
-    has mpv || return 0
-    local socket=$headless_dir/mpv-socket pid
-    rm -f "$socket"
-    start_server
-    run_mpv --input-ipc-server="$socket" "$music" &
-    pid=$!
-    headless_pids+=("$pid")
-    headless_wait_until 10 "mpv" [ -S "$socket" ]
-    "$PROGRAMS/bench-mpv-position" "$socket" "$headless_dir/answers.mpv"
-    headless_stop "$pid"
-    end_server
-    compare "$1.mpv" "$headless_dir/answers.mpv"
-}
-
-measure_positions() {
-    say "positions, $1"
-    measure_ours "$1"
-    measure_pauses "$1"
-    measure_sdl "$1"
-    measure_mpv "$1"
-}
-
-# Dropouts ----------------------------------------------------------------------------------------
-
-measure_shows() {
-    local show line starved whole=0 dropouts=0 starvations=0 lost=0
-    export STARVATION_LOG=$headless_dir/starvations
-    start_load
-    for ((show = 1; show <= shows; show++)); do
-        start_server
-        headless_forget_windows
-        rm -f "$STARVATION_LOG"
-        open_in_window "$PROGRAMS/bench-show"
-        expect_exit 0 120
-        end_server
-        line=$("$PROGRAMS/bench-truth" dropouts "$sink_log" "$PROGRAMS/resources/synchtune.mp3")
-        starved=$(cat "$STARVATION_LOG")
-        say "show $show of $shows: $line starvations=$starved"
-        keep show "$line"
-        whole=$((whole + (${result[show.dropouts]} == 0)))
-        dropouts=$((dropouts + ${result[show.dropouts]}))
-        starvations=$((starvations + starved))
-        lost=$(awk "BEGIN { print $lost + ${result[show.lost]} }")
-    done
-    end_load
-    keep shows "whole=$whole dropouts=$dropouts starvations=$starvations lost=$lost"
-}
-
-# Cost --------------------------------------------------------------------------------------------
-
-cost() {
-    local name=$1 line
-    shift
-    line=$("$PROGRAMS/bench-measure" "$@")
-    keep "cost.$name" "$line"
-    printf '%s\n' "${result[cost.$name.cpu]}" >>"$headless_dir/cost.$name"
-}
-
-measure_cost() {
-    local round name
-    start_server
-    for ((round = 1; round <= rounds; round++)); do
-        say "cost, round $round of $rounds"
-        cost play "$PROGRAMS/bench-player" play "$half_music"
-        ! has mpg123 || cost mpg123 mpg123 -q -o pulse "$half_music"
-        cost show "$PROGRAMS/bench-player" show "$half_music"
-        ! [ -x "$PROGRAMS/bench-sdl-player" ] ||
-            SDL_AUDIODRIVER=pulseaudio cost sdl "$PROGRAMS/bench-sdl-player" "$half_music"
-        ! has mpv || cost mpv mpv --no-config --no-video --ao=pulse --really-quiet "$half_music"
-    done
-    end_server
-    for name in play show mpg123 sdl mpv; do
-        [ -e "$headless_dir/cost.$name" ] || continue
-        result[cost.$name.cpu]=$(median <"$headless_dir/cost.$name")
-        if has mpg123; then
-            result[cost.$name.ratio]=$(awk "BEGIN {
-                print ${result[cost.$name.cpu]} / $(median <"$headless_dir/cost.mpg123") }")
-        fi
-    done
-    say "memory without a server"
-    without_sound
-    keep silent "$("$PROGRAMS/bench-measure" "$PROGRAMS/bench-player" show "$half_music" 2>/dev/null)"
-}
-
-# Single operations -------------------------------------------------------------------------------
-
-measure_calls() {
-    has strace || return 0
-    local log=$headless_dir/calls
-    start_server
-    strace -o "$log" "$PROGRAMS/bench-player" call "$music" || return 0
-    end_server
-    keep calls "$(awk '
-        /^write\(-1, "/ { split($0, part, "\""); name = part[2]; next }
-        name != "" && name != "end" && !/^clock_gettime/ { count[name]++ }
-        END {
-            print "update=" count["update"] / 1000 " getPosition=" count["getPosition"] / 1000 \
-                " getSpectrum=" count["getSpectrum"] / 1000
-        }' "$log")"
-}
-
-measure_operations() {
-    say "single operations"
-    make_long_music
-    without_sound
-    keep opening "$("$PROGRAMS/bench-micro" opening "$headless_dir/minutes.mp3" \
-        "$headless_dir/hours.mp3" 2>/dev/null)"
-    keep spectrum "$("$PROGRAMS/bench-micro" spectrum "$music" 2>/dev/null)"
-    measure_calls
-}
-
-# The table ---------------------------------------------------------------------------------------
-
-row() {
-    printf '| %s | %s | %s | %s | %s | %s |\n' "$@"
-}
-
-spread="%+.2f (%+.2f..%+.2f)"
-
-position_rows() {
-    local when=$1 title=$2 range=$3
-    row "play head, ms off, $title: median (p1..p99)" "≤ ±0.3 ($range)" \
-        "$(figure "$spread" "$when".playhead.{median,p1,p99})" \
-        "$(figure "$spread" "$when".sdl.{median,p1,p99})" \
-        "$(figure "$spread" "$when".mpv.{median,p1,p99})" –
-    row "the same of \`getPosition\`, whole ms" – \
-        "$(figure "$spread" "$when".position.{median,p1,p99})" – – –
-    row "went back, times" 0 "$(figure %d "$when.playhead.back")" "$(figure %d "$when.sdl.back")" \
-        "$(figure %d "$when.mpv.back")" –
-    row "same answer 1 ms later: play head; \`getPosition\`" "0 %; –" \
-        "$(figure '%.1f %%; %.1f %%' "$when".{playhead,position}.same)" \
-        "$(figure '%.0f %%' "$when.sdl.same")" "$(figure '%.0f %%' "$when.mpv.same")" –
-    row "worst from the first sample to the last, ms" "≤ ±1 idle" \
-        "$(figure %+.2f "$when.playhead.worst")" "$(figure %+.0f "$when.sdl.worst")" \
-        "$(figure %+.0f "$when.mpv.worst")" –
-    row "worst through pauses, ms" "≤ ±1 idle" "$(figure %+.2f "$when.pause.worst")" – – –
-    row "spectrum: last sample analysed to heard, ms" "≤ ±0.3 ($range)" \
-        "$(figure "$spread" "$when".spectrum.{median,p1,p99})" – – –
-}
-
-cost_rows() {
-    row "processor time of playing $((seconds / 2)) s, s" – "$(figure %.3f cost.play.cpu)" \
-        "$(figure %.3f cost.sdl.cpu)" "$(figure %.3f cost.mpv.cpu)" "$(figure %.3f cost.mpg123.cpu)"
-    row "… against mpg123" "≤ 1.1" "$(figure %.2f cost.play.ratio)" "$(figure %.2f cost.sdl.ratio)" \
-        "$(figure %.2f cost.mpv.ratio)" 1
-    row "… with 40 positions and spectra a second, s (against mpg123)" – \
-        "$(figure '%.3f (%.2f)' cost.show.{cpu,ratio})" – – –
-    row "memory at most (resident at the end), MB" "≤ 12" "$(figure '%.1f (%.1f)' cost.show.{most,rss})" \
-        "$(figure '%.1f (%.1f)' cost.sdl.{most,rss})" "$(figure '%.1f (%.1f)' cost.mpv.{most,rss})" \
-        "$(figure '%.1f (%.1f)' cost.mpg123.{most,rss})"
-    row "… without a server" "≤ 12" "$(figure '%.1f (%.1f)' silent.{most,rss})" – – –
-}
-
-operation_rows() {
-    row "opening 10 hours, against 10 minutes" "≤ 2" \
-        "$(figure '%.2f (%.3f ms, %.3f ms)' opening.{ratio,long,short})" – – –
-    row "… bytes read for that" – "$(figure '%d, %d' opening.{longBytes,shortBytes})" – – –
-    row "\`getSpectrum\`, against its window and KissFFT alone" "≤ 1.5" \
-        "$(figure '%.2f (%.1f us, %.1f us)' spectrum.{ratio,spectrum,bare})" – – –
-    row "system calls in \`update\`, \`getPosition\`, \`getSpectrum\`" "0, 0, 0" \
-        "$(figure '%g, %g, %g' calls.{update,getPosition,getSpectrum})" – – –
-}
-
-print_table() {
-    heading "sound${arguments:+ $arguments}"
-    row "figure" "aim" "Skovra" "SDL2_mixer" "mpv" "mpg123"
-    row --- --- --- --- --- ---
-    position_rows idle "idle" "±1"
-    position_rows busy "beside 4 busy processes" "±3"
-    row "shows of 33 s without a dropout beside 4 busy processes" "$shows of $shows" \
-        "$(figure "%d of $shows" shows.whole)" – – –
-    row "… dropouts in all (ms lost); of them the decoder's" 0 \
-        "$(figure '%d (%.0f); %d' shows.{dropouts,lost,starvations})" – – –
-    cost_rows
-    operation_rows
-    local missing=()
-    has mpg123 || missing+=("mpg123")
-    has mpv || missing+=("mpv")
-    has strace || missing+=("strace")
-    [ -x "$PROGRAMS/bench-sdl-player" ] || missing+=("SDL2_mixer")
-    if [ ${#missing[@]} -gt 0 ]; then
-        echo
-        echo "Not measured, not installed: ${missing[*]}."
-    fi
+wants() {
+    [[ " $tables " == *" $1 "* ]]
 }
 
 start_display
 make_music
-measure_positions idle
-start_load
-measure_positions busy
-end_load
-measure_cost
-measure_operations
-measure_shows
-print_table
+heading "sound${arguments:+ $arguments}"
+for name in "${servers[@]}"; do
+    use_server "$name"
+    if wants players; then
+        measure_players
+        print_players
+    fi
+    if [ "$name" = pipewire ] && wants quanta; then
+        measure_quanta
+        print_quanta
+    fi
+    if [ "$name" = pipewire ] && wants changes; then
+        measure_changes
+        print_changes
+    fi
+done

@@ -7,6 +7,8 @@ set -euo pipefail
 # shellcheck source=script/lib/headless.sh
 . "$(dirname "${BASH_SOURCE[0]}")/headless.sh"
 
+show_folder=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
+
 title='"QVZ 02 - Skovra"'
 
 fail() {
@@ -37,6 +39,7 @@ without_sound() {
     mkdir -p "$headless_dir/runtime"
     chmod 700 "$headless_dir/runtime"
     export XDG_RUNTIME_DIR=$headless_dir/runtime PULSE_SERVER=unix:$headless_dir/runtime/none
+    unset PIPEWIRE_REMOTE PIPEWIRE_RUNTIME_DIR
 }
 
 sink_is_running() {
@@ -62,8 +65,93 @@ start_sound_server() {
     headless_wait_until 30 "the sink to run" sink_is_running
 }
 
+# start_pipewire: a session of our own, as on a desktop: the daemon, the session manager, and the
+# PulseAudio server in front of it, with two sinks without hardware, sink-a (the default) and sink-b.
+# The pids are in $pipewire, $wireplumber and $pipewire_pulse. After start_display or without_sound.
+start_pipewire() {
+    export XDG_CONFIG_HOME=$headless_dir/config XDG_STATE_HOME=$headless_dir/state
+    rm -rf "$XDG_STATE_HOME" # an earlier session's default sink
+    rm -f "$XDG_RUNTIME_DIR/bus"
+    write_wireplumber_settings
+    session_bus=unix:path=$XDG_RUNTIME_DIR/bus
+    dbus-daemon --session --nofork --address="$session_bus" >"$headless_dir/bus.log" 2>&1 &
+    pipewire_bus=$!
+    headless_pids+=("$pipewire_bus")
+    headless_wait_until 30 "the session bus" [ -S "$XDG_RUNTIME_DIR/bus" ]
+    start_pipewire_daemon
+    start_wireplumber
+    start_pipewire_pulse
+    pipewire_settles
+}
+
+# The hardware of whoever runs this is left alone: one form for WirePlumber 0.4, one for 0.5.
+write_wireplumber_settings() {
+    local folder=$XDG_CONFIG_HOME/wireplumber
+    mkdir -p "$folder"/{main.lua.d,bluetooth.lua.d,wireplumber.conf.d}
+    printf '%s_monitor.enabled = false\n' alsa v4l2 libcamera >"$folder/main.lua.d/51-none.lua"
+    echo 'bluez_monitor.enabled = false' >"$folder/bluetooth.lua.d/51-none.lua"
+    cat >"$folder/wireplumber.conf.d/none.conf" <<SETTINGS
+wireplumber.profiles = {
+    main = {
+        hardware.audio = disabled
+        hardware.bluetooth = disabled
+        hardware.video-capture = disabled
+    }
+}
+SETTINGS
+}
+
+# Each of the three can be ended and started again by itself.
+start_pipewire_daemon() {
+    rm -f "$XDG_RUNTIME_DIR/pipewire-0" # of a daemon that was killed
+    DBUS_SESSION_BUS_ADDRESS=$session_bus pipewire -c "$show_folder/pipewire.conf" \
+        >>"$headless_dir/pipewire.log" 2>&1 &
+    pipewire=$!
+    headless_pids+=("$pipewire")
+    headless_wait_until 30 "PipeWire" [ -S "$XDG_RUNTIME_DIR/pipewire-0" ]
+}
+
+start_wireplumber() {
+    DBUS_SESSION_BUS_ADDRESS=$session_bus wireplumber >>"$headless_dir/wireplumber.log" 2>&1 &
+    wireplumber=$!
+    headless_pids+=("$wireplumber")
+}
+
+start_pipewire_pulse() {
+    rm -f "$XDG_RUNTIME_DIR/pulse/native"
+    DBUS_SESSION_BUS_ADDRESS=$session_bus pipewire -c pipewire-pulse.conf \
+        >>"$headless_dir/pipewire-pulse.log" 2>&1 &
+    pipewire_pulse=$!
+    headless_pids+=("$pipewire_pulse")
+    headless_wait_until 30 "PipeWire's PulseAudio server" [ -S "$XDG_RUNTIME_DIR/pulse/native" ]
+    export PULSE_SERVER=unix:$XDG_RUNTIME_DIR/pulse/native
+}
+
+default_sink_is() {
+    [ "$(pactl get-default-sink 2>/dev/null)" = "$1" ]
+}
+
+# pipewire_settles [SINK]: until all three know their default sink.
+pipewire_settles() {
+    headless_wait_until 30 "PipeWire's sinks" default_sink_is "${1:-sink-a}"
+}
+
+# set_graph QUANTUM RATE: forces the frames in a cycle and their rate; 0: as PipeWire likes.
+set_graph() {
+    pw-metadata -n settings 0 clock.force-quantum "$1" >/dev/null
+    pw-metadata -n settings 0 clock.force-rate "$2" >/dev/null
+}
+
+end_pipewire() {
+    headless_stop "$pipewire_pulse"
+    headless_stop "$wireplumber"
+    headless_stop "$pipewire"
+    headless_stop "$pipewire_bus"
+    without_sound
+}
+
 show_is_heard() {
-    pactl list sink-inputs | grep -q 'application.process.binary = "skovra-positions"'
+    pactl list sink-inputs | grep -q 'application.name = "Skovra"'
 }
 
 # copy_program: a copy of program and resources to tamper with, in $copy.
