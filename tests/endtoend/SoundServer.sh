@@ -1,27 +1,54 @@
 #!/usr/bin/env bash
-# The show on a sound server, which may come and go. Argument: the case to run.
+# The show on a sound server, which may come and go. Argument: the case to run, which ends with the
+# server's name.
 # shellcheck source=script/lib/show.sh
 . "$(dirname "$0")/../../script/lib/show.sh"
 
-PlaysThroughASoundServer() {
-    start_display
+start_PulseAudio() {
     start_sound_server
+}
+
+kill_PulseAudio() {
+    kill -KILL "$sound_server"
+}
+
+start_PipeWire() {
+    start_pipewire
+}
+
+# With the daemon go all that are connected to it.
+kill_PipeWire() {
+    kill -KILL "$pipewire"
+    headless_stop "$wireplumber"
+    headless_stop "$pipewire_pulse"
+    headless_stop "$pipewire_bus"
+}
+
+open_show() {
+    start_display
+    "start_$server"
     open_in_window "$PROGRAMS/skovra-positions"
-    wait_for_position 3000
+}
+
+expect_heard() {
     show_is_heard || fail "the show does not play on the sound server"
+}
+
+PlaysThrough() {
+    open_show
+    wait_for_position 3000
+    expect_heard
     expect_exit 0 90
     expect_output
     expect_positions_of_a_whole_show
     expect_equal "standard error" "" "$(cat "$headless_err")"
 }
 
-GoesOnWithoutAServerThatDies() {
-    start_display
-    start_sound_server
-    open_in_window "$PROGRAMS/skovra-positions"
+GoesOnWithoutADead() {
+    open_show
     wait_for_position 5000
-    show_is_heard || fail "the show does not play on the sound server"
-    kill -KILL "$sound_server"
+    expect_heard
+    "kill_$server"
     expect_exit 0 90
     expect_output
     expect_positions_of_a_whole_show
@@ -29,14 +56,12 @@ GoesOnWithoutAServerThatDies() {
         "$(cat "$headless_err")"
 }
 
-IsHeardAgainOnAServerThatComesBack() {
-    start_display
-    start_sound_server
-    open_in_window "$PROGRAMS/skovra-positions"
+IsHeardAgainOnAReturned() {
+    open_show
     wait_for_position 5000
-    kill -KILL "$sound_server"
+    "kill_$server"
     wait_for_position 8000
-    start_sound_server
+    "start_$server"
     headless_wait_until 10 "the show to be heard again" show_is_heard
     expect_exit 0 90
     expect_output
@@ -44,21 +69,26 @@ IsHeardAgainOnAServerThatComesBack() {
 }
 
 # The watch on what the output's callback does is libcallback-watch.so, see its source.
-CallbackKeepsItsRules() {
+KeepsTheRulesOfACallbackOf() {
     local report
     start_display
-    start_sound_server
+    "start_$server"
     report=$headless_dir/callbacks
     open_in_window env "LD_PRELOAD=$PROGRAMS/libcallback-watch.so" "CALLBACK_WATCH=$report" \
         "$PROGRAMS/skovra-positions"
     wait_for_position 4000
-    show_is_heard || fail "the show does not play on the sound server"
+    expect_heard
     headless_key Escape
     expect_exit 0
     expect_output
     [ -s "$report" ] || fail "no callback was seen"
-    expect_equal "lines of the report" 1 "$(wc -l <"$report")"
-    [ "$(sed -n 's/^callbacks //p' "$report")" -gt 30 ] || fail "there were only: $(cat "$report")"
+    expect_equal "lines of the report" 2 "$(wc -l <"$report")"
+    [ "$(sed -n "s/^$library callbacks //p" "$report")" -gt 30 ] ||
+        fail "there were only: $(cat "$report")"
 }
 
-"$1"
+case $1 in
+*PipeWire) server=PipeWire library=pipewire ;;
+*) server=PulseAudio library=cubeb ;;
+esac
+"${1%"$server"}"
