@@ -42,7 +42,7 @@ install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS ffmpeg)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, libpipewire-0.3-0")
 set(CPACK_PACKAGE_DESCRIPTION
 "One piece of music and OpenGL scenes that follow what is heard at that
 moment, in a window or full screen, for thirty-three seconds. Without a
