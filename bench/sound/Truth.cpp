@@ -174,13 +174,15 @@ static int ComparePositions(const bench::Music& music, int count, char** files) 
 }
 
 // How far the answers were off from two seconds after the server was back, and when they last were
-// by more than a millisecond.
+// by more than a millisecond, ten times on end.
 static void CompareAfterChange(const HeardMusic& heard, const std::vector<Answer>& answers,
                                const Events& events) {
     constexpr std::int64_t settledNs = 2'000'000'000;
     constexpr double inStepMs = 1.0;
+    constexpr int onEnd = 10;
     Errors errors;
     double lastOffMs = 0.0;
+    int off = 0;
     int back = 0;
     const Answer* last = nullptr;
     for (const Answer& answer : answers) {
@@ -195,7 +197,8 @@ static void CompareAfterChange(const HeardMusic& heard, const std::vector<Answer
             continue;
         }
         const double error = answer.musicMs - moment.musicMs;
-        if (std::fabs(error) > inStepMs) {
+        off = std::fabs(error) > inStepMs ? off + 1 : 0;
+        if (off >= onEnd) {
             lastOffMs = static_cast<double>(answer.ns - events.backNs) / 1e6;
         }
         if (answer.ns >= events.backNs + settledNs) {
