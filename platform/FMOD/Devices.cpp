@@ -2,8 +2,8 @@
 #include "Devices.h"
 
 #include "CubebOutput.h"
-#include "JackServer.h"
 #include "PipeWireOutput.h"
+#include "SoundServers.h"
 
 #include <algorithm>
 #include <array>
@@ -14,7 +14,7 @@
 namespace sound {
 
 static std::unique_ptr<Device> MakePipeWire(DeviceFeed& feed) {
-    return std::make_unique<PipeWireOutput>(feed);
+    return PipeWireMayRun() ? std::make_unique<PipeWireOutput>(feed) : nullptr;
 }
 
 static std::unique_ptr<Device> MakePulse(DeviceFeed& feed) {

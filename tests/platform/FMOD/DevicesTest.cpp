@@ -1,8 +1,8 @@
 // Which kinds of devices are tried, and in which order.
 #include "Devices.h"
 
-#include "JackServer.h"
 #include "Mp3Files.h"
+#include "SoundServers.h"
 
 #include <gtest/gtest.h>
 
@@ -95,6 +95,27 @@ private:
 };
 
 } // namespace
+
+// No library is loaded, and none of its threads started, where nobody would answer.
+TEST(PipeWire, MayRunWhereASocketOfItIsThere) {
+    files::Folder folder;
+    for (const char* name : {"PIPEWIRE_REMOTE", "PIPEWIRE_RUNTIME_DIR", "USERPROFILE"}) {
+        unsetenv(name);
+    }
+    setenv("XDG_RUNTIME_DIR", folder.Path("").c_str(), 1);
+    EXPECT_FALSE(sound::PipeWireMayRun());
+
+    const ListeningSocket daemon(folder.Path("pipewire-0"));
+    EXPECT_TRUE(sound::PipeWireMayRun());
+    unsetenv("XDG_RUNTIME_DIR");
+    EXPECT_FALSE(sound::PipeWireMayRun());
+    setenv("PIPEWIRE_RUNTIME_DIR", folder.Path("").c_str(), 1);
+    EXPECT_TRUE(sound::PipeWireMayRun());
+    unsetenv("PIPEWIRE_RUNTIME_DIR");
+    setenv("PIPEWIRE_REMOTE", "another", 1);
+    EXPECT_TRUE(sound::PipeWireMayRun());
+    unsetenv("PIPEWIRE_REMOTE");
+}
 
 TEST(JackServer, RunsWhileItsSocketIsThere) {
     files::Folder folder;

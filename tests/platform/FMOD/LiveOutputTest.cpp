@@ -3,6 +3,7 @@
 #include "PrivatePipeWire.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -78,8 +79,12 @@ TEST_P(LiveServerTest, IsHeardInStep) {
     EXPECT_NEAR(*std::max_element(recorded.begin(), recorded.end()), 0.5F, 0.04F);
 }
 
+// The library waits for a device to open, but not for long.
 TEST_P(LiveServerTest, IsHeardFromTheFirstFrameOnIfPlayedAtOnce) {
-    OpenAndPlay(1.0);
+    Open(1.0);
+    if (Play() >= std::chrono::milliseconds(40)) {
+        GTEST_SKIP() << "this machine is too busy to open a device that soon";
+    }
     Watch(10'000);
     Release();
 

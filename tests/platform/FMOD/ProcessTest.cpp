@@ -44,9 +44,12 @@ protected:
         arguments.push_back(nullptr);
         pid_t child = -1;
         int status = -1;
-        EXPECT_EQ(posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ),
-                  0);
-        waitpid(child, &status, 0);
+        const int error =
+            posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ);
+        EXPECT_EQ(error, 0) << "cannot run " << command[0];
+        if (error == 0) {
+            waitpid(child, &status, 0);
+        }
         return status;
     }
 
@@ -146,7 +149,8 @@ static bool OpensDevice() {
     sound::OutputTimeline timeline({nullptr, NoFrames, NoWait}, sound::MonotonicNs());
     const sound::DeviceKind& kind = sound::ChosenDevices().front();
     sound::DeviceFeed feed(timeline, kind.reports);
-    return kind.make(feed)->Start();
+    const std::unique_ptr<sound::Device> device = kind.make(feed);
+    return device != nullptr && device->Start();
 }
 
 static void ExpectNoMoreMemory(bool opens) {
