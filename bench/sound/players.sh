@@ -158,7 +158,6 @@ measure_players() {
     end_load
     measure_cost
     measure_operations
-    measure_shows
 }
 
 # The table ---------------------------------------------------------------------------------------

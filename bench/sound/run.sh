@@ -5,13 +5,13 @@
 #   --quick         shorter runs, for a first look
 #   --shows COUNT   how many whole shows are watched for dropouts
 #   --starts COUNT  how often each position on PipeWire is measured
-#   --only TABLE    players, quanta or changes instead of all of them
+#   --only TABLE    players, shows, quanta or changes instead of all of them
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
 
 usage() {
     echo "usage: script/bench sound [--server pulseaudio|pipewire|both] [--quick]" \
-        "[--shows COUNT] [--starts COUNT] [--only players|quanta|changes]" >&2
+        "[--shows COUNT] [--starts COUNT] [--only players|shows|quanta|changes]" >&2
     exit 2
 }
 
@@ -26,7 +26,7 @@ rounds=3
 shows=10
 starts=5
 paths=(pipewire pulse)
-tables="players quanta changes"
+tables="players shows quanta changes"
 arguments="$*"
 while [ $# -gt 0 ]; do
     case $1 in
@@ -101,8 +101,9 @@ make_music
 heading "sound${arguments:+ $arguments}"
 for name in "${servers[@]}"; do
     use_server "$name"
-    if wants players; then
-        measure_players
+    if wants players || wants shows; then
+        ! wants players || measure_players
+        ! wants shows || measure_shows
         print_players
     fi
     if [ "$name" = pipewire ] && wants quanta; then
