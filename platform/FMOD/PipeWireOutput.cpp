@@ -27,17 +27,17 @@ static constexpr const char* latency = "8192/44100";
 namespace {
 
 template <std::size_t count>
-pw_properties* PropertiesOf(const PipeWireLibrary& library,
+pw_properties* PropertiesOf(const PipeWireLibrary& pipewire,
                             const std::array<spa_dict_item, count>& items) {
     const spa_dict dictionary = {0, count, items.data()};
-    return library.propertiesNewDict(&dictionary);
+    return pipewire.propertiesNewDict(&dictionary);
 }
 
 // Which configuration gives the library's threads real-time priority: from 1.3 on the usual one.
-const char* ConfigurationOf(const PipeWireLibrary& library) {
+const char* ConfigurationOf(const PipeWireLibrary& pipewire) {
     int major = 0;
     int minor = 0;
-    std::sscanf(library.getLibraryVersion(), "%d.%d", &major, &minor);
+    std::sscanf(pipewire.getLibraryVersion(), "%d.%d", &major, &minor);
     return major < 1 || (major == 1 && minor < 3) ? "client-rt.conf" : "client.conf";
 }
 
@@ -86,7 +86,7 @@ private:
     static void OnState(void* self, pw_stream_state before, pw_stream_state now, const char* error);
     static void Process(void* self);
 
-    const PipeWireLibrary& library;
+    const PipeWireLibrary& pipewire;
     DeviceFeed& feed;
     pw_thread_loop* loop = nullptr;
     pw_context* context = nullptr;
@@ -107,7 +107,7 @@ private:
 };
 
 PipeWireOutput::Connection::Connection(const PipeWireLibrary& loaded, DeviceFeed& fed)
-    : library(loaded), feed(fed) {
+    : pipewire(loaded), feed(fed) {
     coreEvents.version = PW_VERSION_CORE_EVENTS;
     coreEvents.done = OnDone;
     coreEvents.error = OnError;
@@ -122,45 +122,45 @@ PipeWireOutput::Connection::Connection(const PipeWireLibrary& loaded, DeviceFeed
 // the context.
 PipeWireOutput::Connection::~Connection() {
     if (loop != nullptr) {
-        library.threadLoopStop(loop);
+        pipewire.threadLoopStop(loop);
     }
     if (stream != nullptr) {
-        library.streamDestroy(stream);
+        pipewire.streamDestroy(stream);
     }
     if (registry != nullptr) {
-        library.proxyDestroy(reinterpret_cast<pw_proxy*>(registry));
+        pipewire.proxyDestroy(reinterpret_cast<pw_proxy*>(registry));
     }
     if (core != nullptr) {
-        library.coreDisconnect(core);
+        pipewire.coreDisconnect(core);
     }
     if (context != nullptr) {
-        library.contextDestroy(context);
+        pipewire.contextDestroy(context);
     }
     if (loop != nullptr) {
-        library.threadLoopDestroy(loop);
+        pipewire.threadLoopDestroy(loop);
     }
 }
 
 bool PipeWireOutput::Connection::Open() {
-    loop = library.threadLoopNew("skovra-pipewire", nullptr);
+    loop = pipewire.threadLoopNew("skovra-pipewire", nullptr);
     if (loop == nullptr) {
         return false;
     }
     const std::array<spa_dict_item, 1> properties = {
-        {{PW_KEY_CONFIG_NAME, ConfigurationOf(library)}}};
-    context =
-        library.contextNew(library.threadLoopGetLoop(loop), PropertiesOf(library, properties), 0);
-    if (context == nullptr || library.threadLoopStart(loop) != 0) {
+        {{PW_KEY_CONFIG_NAME, ConfigurationOf(pipewire)}}};
+    context = pipewire.contextNew(pipewire.threadLoopGetLoop(loop),
+                                  PropertiesOf(pipewire, properties), 0);
+    if (context == nullptr || pipewire.threadLoopStart(loop) != 0) {
         return false;
     }
-    library.threadLoopLock(loop);
+    pipewire.threadLoopLock(loop);
     const bool opened = Connect() && AwaitSinks() && OpenStream();
-    library.threadLoopUnlock(loop);
+    pipewire.threadLoopUnlock(loop);
     return opened;
 }
 
 bool PipeWireOutput::Connection::Connect() {
-    core = library.contextConnect(context, nullptr, 0);
+    core = pipewire.contextConnect(context, nullptr, 0);
     if (core == nullptr) {
         return false;
     }
@@ -179,8 +179,8 @@ bool PipeWireOutput::Connection::Connect() {
 // A daemon may be there for screens and cameras only, while something else has the loudspeaker.
 bool PipeWireOutput::Connection::AwaitSinks() {
     timespec end = {};
-    library.threadLoopGetTime(loop, &end, answerPatienceNs);
-    while (!answered && !lost && library.threadLoopTimedWaitFull(loop, &end) == 0) {
+    pipewire.threadLoopGetTime(loop, &end, answerPatienceNs);
+    while (!answered && !lost && pipewire.threadLoopTimedWaitFull(loop, &end) == 0) {
     }
     return hasSink && !lost;
 }
@@ -194,11 +194,11 @@ bool PipeWireOutput::Connection::OpenStream() {
                                                       {PW_KEY_NODE_NAME, "Skovra"},
                                                       {PW_KEY_NODE_RATE, "1/44100"},
                                                       {PW_KEY_NODE_LATENCY, latency}}};
-    stream = library.streamNew(core, "Music", PropertiesOf(library, properties));
+    stream = pipewire.streamNew(core, "Music", PropertiesOf(pipewire, properties));
     if (stream == nullptr) {
         return false;
     }
-    library.streamAddListener(stream, &streamHook, &streamEvents, this);
+    pipewire.streamAddListener(stream, &streamHook, &streamEvents, this);
 
     spa_audio_info_raw format = {};
     format.format = SPA_AUDIO_FORMAT_F32;
@@ -213,15 +213,15 @@ bool PipeWireOutput::Connection::OpenStream() {
         spa_format_audio_raw_build(&builder, SPA_PARAM_EnumFormat, &format)};
     constexpr auto flags = static_cast<pw_stream_flags>(
         PW_STREAM_FLAG_AUTOCONNECT | PW_STREAM_FLAG_MAP_BUFFERS | PW_STREAM_FLAG_RT_PROCESS);
-    return library.streamConnect(stream, PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, parameters.data(),
-                                 static_cast<std::uint32_t>(parameters.size())) == 0;
+    return pipewire.streamConnect(stream, PW_DIRECTION_OUTPUT, PW_ID_ANY, flags, parameters.data(),
+                                  static_cast<std::uint32_t>(parameters.size())) == 0;
 }
 
 void PipeWireOutput::Connection::OnDone(void* self, std::uint32_t id, int sequence) {
     auto& connection = *static_cast<Connection*>(self);
     if (id == PW_ID_CORE && sequence == connection.awaited) {
         connection.answered = true;
-        connection.library.threadLoopSignal(connection.loop, false);
+        connection.pipewire.threadLoopSignal(connection.loop, false);
     }
 }
 
@@ -231,7 +231,7 @@ void PipeWireOutput::Connection::OnError(void* self, std::uint32_t id, int, int,
     if (id == PW_ID_CORE) {
         connection.lost = true;
         connection.feed.Fail();
-        connection.library.threadLoopSignal(connection.loop, false);
+        connection.pipewire.threadLoopSignal(connection.loop, false);
     }
 }
 
@@ -252,13 +252,13 @@ void PipeWireOutput::Connection::OnState(void* self, pw_stream_state, pw_stream_
 // that nothing is queued and the stream is the way to the listener and no more.
 void PipeWireOutput::Connection::Process(void* self) {
     auto& connection = *static_cast<Connection*>(self);
-    const PipeWireLibrary& library = connection.library;
-    pw_buffer* buffer = library.streamDequeueBuffer(connection.stream);
+    const PipeWireLibrary& pipewire = connection.pipewire;
+    pw_buffer* buffer = pipewire.streamDequeueBuffer(connection.stream);
     if (buffer == nullptr) {
         return;
     }
     pw_time time = {};
-    library.streamGetTimeN(connection.stream, &time, sizeof(time));
+    pipewire.streamGetTimeN(connection.stream, &time, sizeof(time));
     const PlayReport report = ReportOf(time, connection.written, MonotonicNs());
 
     const spa_data& data = buffer->buffer->datas[0];
@@ -272,7 +272,7 @@ void PipeWireOutput::Connection::Process(void* self) {
     data.chunk->size = frames * frameBytes;
     buffer->size = frames;
     connection.written += frames;
-    library.streamQueueBuffer(connection.stream, buffer);
+    pipewire.streamQueueBuffer(connection.stream, buffer);
 }
 
 PipeWireOutput::PipeWireOutput(DeviceFeed& fed) : feed(fed) {}
