@@ -53,7 +53,8 @@ static cubeb_state_callback tellState = nullptr;
 static void* user = nullptr;
 static std::mutex backendsMutex;
 static std::vector<std::string> backends; // that were tried
-static std::int64_t startNs = 0;          // since when the latest stream plays; 0: it cannot tell
+static std::atomic<std::int64_t> startNs{
+    0}; // since when the latest stream plays; 0: it cannot tell
 
 static void Enter(const char* operation) {
     if (hangsIn == operation) {
@@ -245,6 +246,43 @@ static void RenderOnes(void*, float* block, std::int32_t frames) noexcept {
     std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 1.0F);
 }
 
+// The latest stream asks as it plays, until it is given what RenderOnes renders.
+static void AskUntilMusicComes() {
+    std::vector<float> block(std::size_t{2} * 441);
+    std::int64_t asked = 0;
+    while (block[0] == 0.0F) {
+        if (asked < sound::FramesIn(sound::MonotonicNs() - script::startNs) + 4410) {
+            script::fill(nullptr, script::user, nullptr, block.data(), 441);
+            asked += 441;
+        }
+    }
+}
+
+// Or else the beginning of the music would not be heard. This one begins later than any is waited
+// for to open.
+TEST(OpenedDevice, IsAwaitedUntilItBegins) {
+    constexpr std::chrono::milliseconds silentAtFirst{60};
+    setenv("SKOVRA_SOUND", "pulse", 1);
+    script::streamsEver = 0;
+    sound::OutputHandle output = sound::StartOutput({nullptr, RenderOnes, WaitForNothing});
+    script::WaitFor(script::streamsEver, 1);
+
+    const auto begin = std::chrono::steady_clock::now();
+    std::thread device([silentAtFirst] {
+        std::this_thread::sleep_for(silentAtFirst);
+        script::startNs = sound::MonotonicNs();
+        AskUntilMusicComes();
+    });
+    sound::AwaitDevice(*output);
+    const auto waited = std::chrono::steady_clock::now() - begin;
+    device.join();
+    output.reset();
+    script::startNs = 0;
+    unsetenv("SKOVRA_SOUND");
+
+    EXPECT_GE(waited, silentAtFirst);
+}
+
 // A device that is lost is likely to be back. Another kind might keep it from coming back, or tell
 // the time less well.
 TEST(LostDevice, IsTriedAgainBeforeAnyOtherKind) {
@@ -253,14 +291,7 @@ TEST(LostDevice, IsTriedAgainBeforeAnyOtherKind) {
     script::startNs = sound::MonotonicNs();
     sound::OutputHandle output = sound::StartOutput({nullptr, RenderOnes, WaitForNothing});
     script::WaitFor(script::streamsEver, 1);
-    std::vector<float> block(std::size_t{2} * 441);
-    std::int64_t asked = 0;
-    while (block[0] == 0.0F) { // it has not taken over yet
-        if (asked < sound::FramesIn(sound::MonotonicNs() - script::startNs) + 4410) {
-            script::fill(nullptr, script::user, nullptr, block.data(), 441);
-            asked += 441;
-        }
-    }
+    AskUntilMusicComes();
     TakeBackends();
     script::contextsEver = 0;
     script::refuses = true;

@@ -35,10 +35,8 @@ void LiveFixture::Open(double seconds) {
     });
 }
 
-std::chrono::steady_clock::duration LiveFixture::Play() {
-    const auto begin = Clock::now();
+void LiveFixture::Play() {
     Timed([&] { return system->playSound(FMOD_CHANNEL_FREE, sound, false, &channel); });
-    return Clock::now() - begin;
 }
 
 void LiveFixture::OpenAndPlay(double seconds) {

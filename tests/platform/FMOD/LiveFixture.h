@@ -35,10 +35,9 @@ protected:
     /// Releases the system, if the test has not.
     void TearDown() override;
 
-    /// Plays the first @p seconds of the sweep: Open and Play, in two steps or in one. Play answers
-    /// how long that took.
+    /// Plays the first @p seconds of the sweep: Open and Play, in two steps or in one.
     void Open(double seconds);
-    std::chrono::steady_clock::duration Play();
+    void Play();
     void OpenAndPlay(double seconds);
 
     /// Looks every few milliseconds until @p untilMs is reached or the sound is over. With

@@ -68,14 +68,7 @@ bool PrivatePipeWire::StartSessionManager() {
 
 bool PrivatePipeWire::AwaitDefaultSink() {
     return manager.Await([this] {
-        const std::string path = folder.Path("default-sink");
-        ChildProcess question;
-        question.Start({"wpctl", "inspect", "@DEFAULT_AUDIO_SINK@"}, path);
-        question.Wait();
-        const files::Bytes said = files::ReadAll(path);
-        std::filesystem::remove(path);
-        const std::string text(said.begin(), said.end());
-        return text.find('"' + defaultSink + '"') != std::string::npos;
+        return Says({"wpctl", "inspect", "@DEFAULT_AUDIO_SINK@"}, '"' + defaultSink + '"');
     });
 }
 
@@ -107,4 +100,8 @@ void PrivatePipeWire::ForceQuantum(int frames) const {
 std::vector<std::string> PrivatePipeWire::RecorderCommand(const std::string& path) const {
     return {"pw-record",    "--target",     defaultSink,    "-P", "{ stream.capture.sink = true }",
             "--rate=44100", "--channels=2", "--format=f32", path};
+}
+
+std::vector<std::string> PrivatePipeWire::StreamsCommand() const {
+    return {"pw-cli", "ls", "Node"};
 }

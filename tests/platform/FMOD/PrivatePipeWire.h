@@ -38,6 +38,7 @@ private:
     void Run() override;
     bool AwaitDefaultSink();
     std::vector<std::string> RecorderCommand(const std::string& path) const override;
+    std::vector<std::string> StreamsCommand() const override;
 
     ChildProcess bus;
     ChildProcess manager;

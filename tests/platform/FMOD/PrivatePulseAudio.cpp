@@ -30,3 +30,7 @@ std::vector<std::string> PrivatePulseAudio::RecorderCommand(const std::string& p
         "parec", "--raw", "--format=float32le", "--rate=44100", "--channels=2", "--latency-msec=20",
         path};
 }
+
+std::vector<std::string> PrivatePulseAudio::StreamsCommand() const {
+    return {"pactl", "list", "sink-inputs"};
+}

@@ -14,4 +14,5 @@ public:
 private:
     void Run() override;
     std::vector<std::string> RecorderCommand(const std::string& path) const override;
+    std::vector<std::string> StreamsCommand() const override;
 };

@@ -30,6 +30,20 @@ void PrivateServer::Continue() const {
     server.Signal(SIGCONT);
 }
 
+bool PrivateServer::Says(const std::vector<std::string>& command, const std::string& text) const {
+    const std::string path = folder.Path("said");
+    ChildProcess question;
+    question.Start(command, path);
+    question.Wait();
+    const files::Bytes said = files::ReadAll(path);
+    std::filesystem::remove(path);
+    return std::string(said.begin(), said.end()).find(text) != std::string::npos;
+}
+
+void PrivateServer::AwaitStream() {
+    server.Await([this] { return Says(StreamsCommand(), "\"Skovra\""); });
+}
+
 void PrivateServer::BeginRecording() {
     recorder.End(SIGTERM);
     std::filesystem::remove(RecordedPath());

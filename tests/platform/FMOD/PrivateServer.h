@@ -32,6 +32,9 @@ public:
     void Stop() const;
     void Continue() const;
 
+    /// Until a stream of the library is open there, whether it plays yet or not.
+    void AwaitStream();
+
     /// Begins to note what the default sink plays, as stereo frames at 44.1 kHz, until
     /// EndRecording. The sink is awake from then on; an idle one starts late.
     void BeginRecording();
@@ -54,6 +57,12 @@ protected:
 
     /// What writes to @p path, as plain floats.
     virtual std::vector<std::string> RecorderCommand(const std::string& path) const = 0;
+
+    /// What lists the streams that are open.
+    virtual std::vector<std::string> StreamsCommand() const = 0;
+
+    /// Runs @p command: whether @p text is in what it says.
+    bool Says(const std::vector<std::string>& command, const std::string& text) const;
 
     files::Folder folder;
     ChildProcess server;
