@@ -70,9 +70,10 @@ start_sound_server() {
 # The pids are in $pipewire, $wireplumber and $pipewire_pulse. After start_display or without_sound.
 start_pipewire() {
     export XDG_CONFIG_HOME=$headless_dir/config XDG_STATE_HOME=$headless_dir/state
+    mkdir -p "$XDG_CONFIG_HOME"
+    cp -r "$show_folder/pipewire/wireplumber" "$XDG_CONFIG_HOME"
     rm -rf "$XDG_STATE_HOME" # an earlier session's default sink
     rm -f "$XDG_RUNTIME_DIR/bus"
-    write_wireplumber_settings
     session_bus=unix:path=$XDG_RUNTIME_DIR/bus
     dbus-daemon --session --nofork --address="$session_bus" >"$headless_dir/bus.log" 2>&1 &
     pipewire_bus=$!
@@ -84,27 +85,10 @@ start_pipewire() {
     pipewire_settles
 }
 
-# The hardware of whoever runs this is left alone: one form for WirePlumber 0.4, one for 0.5.
-write_wireplumber_settings() {
-    local folder=$XDG_CONFIG_HOME/wireplumber
-    mkdir -p "$folder"/{main.lua.d,bluetooth.lua.d,wireplumber.conf.d}
-    printf '%s_monitor.enabled = false\n' alsa v4l2 libcamera >"$folder/main.lua.d/51-none.lua"
-    echo 'bluez_monitor.enabled = false' >"$folder/bluetooth.lua.d/51-none.lua"
-    cat >"$folder/wireplumber.conf.d/none.conf" <<SETTINGS
-wireplumber.profiles = {
-    main = {
-        hardware.audio = disabled
-        hardware.bluetooth = disabled
-        hardware.video-capture = disabled
-    }
-}
-SETTINGS
-}
-
 # Each of the three can be ended and started again by itself.
 start_pipewire_daemon() {
     rm -f "$XDG_RUNTIME_DIR/pipewire-0" # of a daemon that was killed
-    DBUS_SESSION_BUS_ADDRESS=$session_bus pipewire -c "$show_folder/pipewire.conf" \
+    DBUS_SESSION_BUS_ADDRESS=$session_bus pipewire -c "$show_folder/pipewire/pipewire.conf" \
         >>"$headless_dir/pipewire.log" 2>&1 &
     pipewire=$!
     headless_pids+=("$pipewire")

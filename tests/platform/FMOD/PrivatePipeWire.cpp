@@ -6,27 +6,12 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 // Runs a command to its end, which is to be a good one.
 static void Do(const std::vector<std::string>& command) {
     ChildProcess process;
     process.Start(command);
     EXPECT_EQ(process.Wait(), 0) << command.front() << " is not installed, or failed";
-}
-
-// The hardware of whoever runs this is left alone: one form for WirePlumber 0.4, one for 0.5.
-static void WriteManagerSettings(const std::filesystem::path& folder) {
-    for (const char* part : {"main.lua.d", "bluetooth.lua.d", "wireplumber.conf.d"}) {
-        std::filesystem::create_directories(folder / part);
-    }
-    std::ofstream(folder / "main.lua.d/51-none.lua") << "alsa_monitor.enabled = false\n"
-                                                        "v4l2_monitor.enabled = false\n"
-                                                        "libcamera_monitor.enabled = false\n";
-    std::ofstream(folder / "bluetooth.lua.d/51-none.lua") << "bluez_monitor.enabled = false\n";
-    std::ofstream(folder / "wireplumber.conf.d/none.conf")
-        << "wireplumber.profiles = { main = { hardware.audio = disabled "
-           "hardware.bluetooth = disabled hardware.video-capture = disabled } }\n";
 }
 
 PrivatePipeWire::PrivatePipeWire() {
@@ -36,7 +21,8 @@ PrivatePipeWire::PrivatePipeWire() {
     }
     setenv("PIPEWIRE_REMOTE", folder.Path("pipewire-0").c_str(), 1);
     setenv("DBUS_SESSION_BUS_ADDRESS", ("unix:path=" + folder.Path("bus")).c_str(), 1);
-    WriteManagerSettings(folder.Path("wireplumber"));
+    std::filesystem::copy(PIPEWIRE_SETTINGS "/wireplumber", folder.Path("wireplumber"),
+                          std::filesystem::copy_options::recursive);
     bus.Start(
         {"dbus-daemon", "--session", "--nofork", "--address=unix:path=" + folder.Path("bus")});
     if (bus.Await([this] { return Accepts(folder.Path("bus")); })) {
@@ -45,7 +31,7 @@ PrivatePipeWire::PrivatePipeWire() {
 }
 
 void PrivatePipeWire::Run() {
-    server.Start({"pipewire", "-c", PIPEWIRE_CONFIGURATION});
+    server.Start({"pipewire", "-c", PIPEWIRE_SETTINGS "/pipewire.conf"});
     if (!server.Await([this] { return Accepts(folder.Path("pipewire-0")); }) ||
         !StartSessionManager()) {
         Kill();
