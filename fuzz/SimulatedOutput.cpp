@@ -19,8 +19,10 @@ constexpr std::int32_t mostFrames = 8192;
 constexpr int watchMs = 25;
 constexpr std::int32_t awaitedFrames = sound::outputRateHz / 4;
 
-// When nothing happens to a device for so long, the clock keeps the device's time, or real time.
+// When nothing happens to a device for so long, the clock keeps the device's time, or real time. One
+// that repeats positions is never quite believed: the clock draws near it little by little.
 constexpr std::int64_t settlingNs = 1000 * msNs;
+constexpr std::int64_t drawingNearNs = 5000 * msNs;
 constexpr std::int64_t toleratedFrames = sound::outputRateHz * 30 / 1000;
 
 struct Device {
@@ -144,7 +146,8 @@ static void RunDevice() {
 }
 
 static void CheckClock() {
-    if (clockNs < disturbedNs + settlingNs) {
+    const bool repeats = device != nullptr && device->repeatedFrames > 0;
+    if (clockNs < disturbedNs + (repeats ? drawingNearNs : settlingNs)) {
         return;
     }
     const std::int64_t heard = sound::HeardFrames(*started);
