@@ -3,7 +3,7 @@
 # by run.sh.
 # shellcheck disable=SC2034,SC2154 # variables are shared with run.sh
 
-# event NAME [VALUE]: notes that it happens now, see Truth.cpp.
+# event NAME [VALUE]: notes that it happens now, see Findings.h.
 event() {
     echo "$1 $("$PROGRAMS/bench-truth" now)${2:+ $2}" >>"$events"
 }

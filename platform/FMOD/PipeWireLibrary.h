@@ -3,6 +3,8 @@
 
 #include <pipewire/pipewire.h>
 
+#include <cstdio>
+
 namespace sound {
 
 /// Functions of libpipewire: pw_thread_loop_new is threadLoopNew here, and so on.
@@ -38,5 +40,14 @@ struct PipeWireLibrary {
 /// The library, initialised and, unless PIPEWIRE_DEBUG is set, silent; null: this system has none,
 /// or one too old. It stays loaded. One thread at a time.
 const PipeWireLibrary* LoadPipeWire();
+
+/// The library's configuration that gives its threads real-time priority: of @p version, as
+/// getLibraryVersion answers it. From 1.3 on it is the usual one.
+inline const char* RealTimeConfiguration(const char* version) noexcept {
+    int major = 0;
+    int minor = 0;
+    std::sscanf(version, "%d.%d", &major, &minor);
+    return major < 1 || (major == 1 && minor < 3) ? "client-rt.conf" : "client.conf";
+}
 
 } // namespace sound

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdio>
 #include <string_view>
 
 namespace sound {
@@ -31,14 +30,6 @@ pw_properties* PropertiesOf(const PipeWireLibrary& pipewire,
                             const std::array<spa_dict_item, count>& items) {
     const spa_dict dictionary = {0, count, items.data()};
     return pipewire.propertiesNewDict(&dictionary);
-}
-
-// Which configuration gives the library's threads real-time priority: from 1.3 on the usual one.
-const char* ConfigurationOf(const PipeWireLibrary& pipewire) {
-    int major = 0;
-    int minor = 0;
-    std::sscanf(pipewire.getLibraryVersion(), "%d.%d", &major, &minor);
-    return major < 1 || (major == 1 && minor < 3) ? "client-rt.conf" : "client.conf";
 }
 
 // The methods of an object of the daemon, which the library's own macros would call in no standard
@@ -147,7 +138,7 @@ bool PipeWireOutput::Connection::Open() {
         return false;
     }
     const std::array<spa_dict_item, 1> properties = {
-        {{PW_KEY_CONFIG_NAME, ConfigurationOf(pipewire)}}};
+        {{PW_KEY_CONFIG_NAME, RealTimeConfiguration(pipewire.getLibraryVersion())}}};
     context = pipewire.contextNew(pipewire.threadLoopGetLoop(loop),
                                   PropertiesOf(pipewire, properties), 0);
     if (context == nullptr || pipewire.threadLoopStart(loop) != 0) {

@@ -1,0 +1,76 @@
+// Logs of a sink whose sound is known.
+#pragma once
+
+#include "HeardMusic.h"
+#include "Mp3Files.h"
+#include "SinkLog.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <vector>
+
+class SinkLogTest : public testing::Test {
+protected:
+    static constexpr std::int64_t beginNs = 5'000'000'000;
+    static constexpr std::int64_t blockFrames = 1102;
+
+    static void SetUpTestSuite() {
+        std::mt19937 random(1);
+        std::uniform_real_distribution<float> level(-0.4F, 0.4F);
+        std::vector<float> noise(std::size_t{2} * 3 * bench::rateHz);
+        std::generate(noise.begin(), noise.end(), [&] { return level(random); });
+        files::Folder folder;
+        files::EncodeMp3(folder.Path("noise.mp3"), noise, bench::rateHz, {"-b", "192", "-t"});
+        music = new bench::Music(folder.Path("noise.mp3"));
+    }
+    static void TearDownTestSuite() {
+        delete music;
+        music = nullptr;
+    }
+
+    void PlayZeros(std::size_t count) { sound.resize(sound.size() + count, bench::Frame{}); }
+
+    void Play(std::ptrdiff_t from, std::ptrdiff_t to, float gain = 1.0F) {
+        std::transform(music->Frames().begin() + from, music->Frames().begin() + to,
+                       std::back_inserter(sound), [gain](bench::Frame frame) {
+                           return bench::Frame{frame.left * gain, frame.right * gain};
+                       });
+    }
+
+    static std::int64_t NsOf(std::int64_t frame) { return beginNs + frame * 10'000'000 / 441; }
+
+    // Writes @p count of the frames from @p from on as one block.
+    void WriteBlock(std::int64_t from, std::int64_t count) {
+        std::ofstream log(folder.Path("sink"), std::ios::binary | std::ios::app);
+        const std::int64_t size = count * static_cast<std::int64_t>(sizeof(bench::Frame));
+        const bench::SinkBlock block = {NsOf(from), bench::rateHz, 0, size};
+        log.write(reinterpret_cast<const char*>(&block), sizeof(block));
+        log.write(reinterpret_cast<const char*>(sound.data() + from), size);
+    }
+
+    // From frame @p from on the sink renders what is not in the log yet, or is to be anew.
+    bench::HeardMusic Read(std::int64_t from = 0) {
+        for (; from < std::ssize(sound); from += blockFrames) {
+            WriteBlock(from, std::min(blockFrames, std::ssize(sound) - from));
+        }
+        return bench::HeardMusic(folder.Path("sink"), *music);
+    }
+
+    // At frame @p sinkFrame of the sink frame @p musicFrame of the music is heard.
+    static void ExpectHeard(const bench::HeardMusic& heard, std::int64_t sinkFrame,
+                            std::int64_t musicFrame) {
+        EXPECT_NEAR(heard.At(NsOf(sinkFrame)).musicMs,
+                    static_cast<double>(musicFrame) * 1000.0 / bench::rateHz, 0.02)
+            << "at frame " << sinkFrame << " of the sink";
+    }
+
+    inline static bench::Music* music = nullptr;
+    files::Folder folder;
+    std::vector<bench::Frame> sound;
+};
