@@ -92,6 +92,23 @@ EachLibraryHasItsLicenceListed() {
     [ "$count" -ge 30 ] || fail "only $count libraries were found"
 }
 
+# What a program loads only where it is there, nothing installs unless it is recommended.
+EachLibraryLoadedAtRunTimeIsRecommended() {
+    local name package count=0
+    headless_begin
+    installed
+    while read -r name; do
+        package=$(package_of "$(/sbin/ldconfig -p |
+            awk -v name="$name" '$1 == name && !found++ { print $NF }')") || fail "$name is of no package"
+        grep "^set(CPACK_DEBIAN_PACKAGE_RECOMMENDS " "$BUILD/CPackConfig.cmake" |
+            grep -qF "$package" || fail "the package does not recommend $package ($name)"
+        grep -qF "| $package " "$SOURCES/LICENSES.md" || fail "LICENSES.md lacks $package ($name)"
+        count=$((count + 1))
+    done < <(strings "$prefix/bin/skovra" | grep -x 'lib[^ /]*\.so\.[0-9.]*' | sort -u |
+        comm -23 - <(needed "$prefix/bin/skovra" | sort))
+    [ "$count" -ge 1 ] || fail "none was found"
+}
+
 TheFolderBringsWhatADesktopMayLack() {
     local program name file package
     headless_begin
