@@ -19,8 +19,8 @@ constexpr std::int32_t mostFrames = 8192;
 constexpr int watchMs = 25;
 constexpr std::int32_t awaitedFrames = sound::outputRateHz / 4;
 
-// When nothing happens to a device for so long, the clock keeps the device's time, or real time. One
-// that repeats positions is never quite believed: the clock draws near it little by little.
+// When nothing happens to a device for so long, the clock keeps the device's time, or real time.
+// One that repeats positions is never quite believed: the clock draws near it little by little.
 constexpr std::int64_t settlingNs = 1000 * msNs;
 constexpr std::int64_t drawingNearNs = 5000 * msNs;
 constexpr std::int64_t toleratedFrames = sound::outputRateHz * 30 / 1000;

@@ -84,7 +84,7 @@ public:
     Watch(Playing& watched, const bench::Music& played) : playing(watched), music(played) {}
 
     void AskPositions() {
-        const auto& channel = sound::ChannelObject::Of(*playing.channel);
+        auto& channel = sound::ChannelObject::Of(*playing.channel);
         const std::int64_t before = sound::MonotonicNs();
         const std::int64_t musicFrame = channel.Heard().musicFrame;
         const std::int64_t between = sound::MonotonicNs();

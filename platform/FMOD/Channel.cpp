@@ -64,7 +64,7 @@ FMOD_RESULT Channel::getPaused(bool* paused) {
 }
 
 FMOD_RESULT Channel::isPlaying(bool* playing) {
-    const auto& self = ChannelObject::Of(*this);
+    auto& self = ChannelObject::Of(*this);
     if (self.voice == nullptr) {
         return FMOD_ERR_INVALID_HANDLE;
     }
@@ -77,7 +77,7 @@ FMOD_RESULT Channel::isPlaying(bool* playing) {
 }
 
 FMOD_RESULT Channel::getPosition(unsigned int* position, FMOD_TIMEUNIT unit) {
-    const auto& self = ChannelObject::Of(*this);
+    auto& self = ChannelObject::Of(*this);
     if (self.voice == nullptr) {
         return FMOD_ERR_INVALID_HANDLE;
     }

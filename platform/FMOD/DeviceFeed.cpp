@@ -23,6 +23,10 @@ static constexpr std::int64_t longestWay = outputRateHz / 2;
 static constexpr std::int64_t shortGrace = outputRateHz / 10;
 static constexpr std::int64_t longGrace = outputRateHz * 3 / 10;
 
+// A device that knows has nothing in hand when a cycle begins: until it comes to ask, a little
+// late, what it will ask for is already heard. Later than that nothing is.
+static constexpr std::int64_t longestLate = outputRateHz / 100;
+
 bool DeviceFeed::Render(float* block, std::int32_t frames, std::int64_t playedFrames,
                         std::int64_t reportedNs) noexcept {
     std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 0.0F);
@@ -116,6 +120,7 @@ void DeviceFeed::Play(float* block, std::int32_t frames, std::int64_t playedFram
                       std::int64_t reportedNs) noexcept {
     if (playedFrames != unknownPosition && reports == Reports::Exact) {
         timeline.playHead.Publish(playedFrames + offset, reportedNs);
+        timeline.lateFrames.store(std::min<std::int64_t>(frames, longestLate));
     } else if (playedFrames != unknownPosition) {
         timeline.playHead.Follow(playedFrames + offset, reportedNs);
     }

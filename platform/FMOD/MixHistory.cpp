@@ -24,14 +24,14 @@ void MixHistory::Append(const float* frames, std::int32_t count) noexcept {
 
 void MixHistory::Copy(std::int64_t end, int side, float* samples,
                       std::int32_t count) const noexcept {
+    end = std::min(end, finished.load(std::memory_order_acquire));
     const std::int64_t start = end - count;
-    const std::int64_t last = std::min(end, finished.load(std::memory_order_acquire));
     for (std::int64_t number = start; number < end; ++number) {
-        const bool mixed = number >= 0 && number < last;
-        samples[number - start] = mixed ? data[static_cast<std::size_t>(number & (capacity - 1))]
-                                              .load(std::memory_order_acquire)
-                                              .side[side]
-                                        : 0.0F;
+        samples[number - start] = number >= 0
+                                      ? data[static_cast<std::size_t>(number & (capacity - 1))]
+                                            .load(std::memory_order_acquire)
+                                            .side[side]
+                                      : 0.0F;
     }
     // What the writer reached meanwhile was overwritten, perhaps before it was copied.
     const std::int64_t oldest = begun.load(std::memory_order_relaxed) - capacity;

@@ -17,7 +17,8 @@ public:
     void Append(const float* frames, std::int32_t count) noexcept;
 
     /// Writes to @p samples one side (@p side 0 left, 1 right) of the @p count frames before
-    /// frame @p end. What was never mixed, or is kept no more, reads 0.
+    /// frame @p end, or the newest if that is still to come. What was never mixed, or is kept no
+    /// more, reads 0.
     void Copy(std::int64_t end, int side, float* samples, std::int32_t count) const noexcept;
 
 private:

@@ -17,8 +17,13 @@ static void WaitUntilReady(void* mixer, std::int32_t frames) noexcept {
     static_cast<Mixer*>(mixer)->WaitUntilReady(frames);
 }
 
-MusicTime::Moment ChannelObject::Heard() const {
-    return voice->At(HeardFrames(*system.output));
+// Where the output's clock was a moment ahead of what it had asked for, a pause or the end that
+// came then was not known yet.
+MusicTime::Moment ChannelObject::Heard() {
+    MusicTime::Moment moment = voice->At(HeardFrames(*system.output));
+    latestFrame = std::max(latestFrame, moment.musicFrame);
+    moment.musicFrame = latestFrame;
+    return moment;
 }
 
 void SystemObject::Open(std::size_t channelCount) {
@@ -78,6 +83,7 @@ FMOD_RESULT SystemObject::Play(SoundObject& sound, bool paused, ChannelObject& c
     sound.stream->WaitUntilReady(startFrames, startLimit);
     mixer->Play(channel.slot, voice.get());
     channel.voice = std::move(voice);
+    channel.latestFrame = 0;
     channel.sound = &sound;
     return FMOD_OK;
 }

@@ -10,6 +10,7 @@
 #include <FMOD/FMOD.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -38,13 +39,15 @@ public:
         return static_cast<ChannelObject&>(channel);
     }
 
-    /// What of the music is heard now; only while it has a voice.
-    MusicTime::Moment Heard() const;
+    /// What of the music is heard now, never before what was answered before; only while it has a
+    /// voice.
+    MusicTime::Moment Heard();
 
     SystemObject& system;
     std::size_t slot;
     SoundObject* sound = nullptr;
     std::unique_ptr<Voice> voice; ///< none: its sound was released, or there never was one
+    std::int64_t latestFrame = 0; ///< of the music, that was answered since it has that voice
 };
 
 class SystemObject final : public FMOD::System {

@@ -55,8 +55,8 @@ OutputHandle StartOutput(const Source& source);
 /// for it, at most 40 ms to open and 300 ms to begin.
 void AwaitDevice(Output& output) noexcept;
 
-/// How many of the timeline's frames are heard by now: never more than were asked for, never less
-/// than was answered before. Never blocks.
+/// How many of the timeline's frames are heard by now: never less than was answered before, and no
+/// more than were asked for, but for 10 ms by which a device may be late to ask. Never blocks.
 std::int64_t HeardFrames(Output& output) noexcept;
 
 } // namespace sound

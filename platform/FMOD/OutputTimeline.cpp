@@ -15,7 +15,8 @@ OutputTimeline::OutputTimeline(const Source& played, std::int64_t nowNs) : sourc
 }
 
 std::int64_t OutputTimeline::HeardFrames(std::int64_t nowNs) noexcept {
-    return playHead.HeardFrames(nowNs, handedOut.load(std::memory_order_acquire));
+    return playHead.HeardFrames(nowNs,
+                                handedOut.load(std::memory_order_acquire) + lateFrames.load());
 }
 
 void OutputTimeline::AdvanceSilence(std::int64_t nowNs) noexcept {
@@ -68,6 +69,7 @@ void OutputTimeline::Close() noexcept {
 // What the device had but did not play counts as heard in time, so that the clock goes on.
 void OutputTimeline::FallSilent(std::int64_t nowNs) noexcept {
     playHead.Publish(HeardFrames(nowNs), nowNs);
+    lateFrames.store(0);
     driver.load()->failed.store(true);
     driver.store(nullptr);
     driverFailed.store(false);

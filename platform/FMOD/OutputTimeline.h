@@ -70,6 +70,8 @@ private:
     std::atomic<bool> driverFailed{false};
     // How long the driver may ask for nothing after all it had must have been heard.
     std::atomic<std::int64_t> graceFrames{0};
+    // How far the clock may run beyond what was handed out.
+    std::atomic<std::int64_t> lateFrames{0};
     std::atomic<bool> occupied{false};
     bool closed = false; // inside only
     std::array<float, 1024> discarded;

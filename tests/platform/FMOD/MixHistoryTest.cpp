@@ -40,11 +40,11 @@ TEST(MixHistory, ReadsZeroBeforeTheBeginning) {
     EXPECT_EQ(Copied(history, 2, 0, 4), (std::vector<float>{0, 0, 1, 2}));
 }
 
-TEST(MixHistory, ReadsZeroBehindTheEnd) {
+TEST(MixHistory, GivesTheNewestInPlaceOfWhatIsStillToCome) {
     MixHistory history(16);
     history.Append(Counted(1, 2).data(), 2);
 
-    EXPECT_EQ(Copied(history, 4, 0, 4), (std::vector<float>{1, 2, 0, 0}));
+    EXPECT_EQ(Copied(history, 4, 0, 4), (std::vector<float>{0, 0, 1, 2}));
 }
 
 TEST(MixHistory, ForgetsTheOldest) {

@@ -123,6 +123,33 @@ TEST(OutputTimeline, HandsOverAtOnceAndInStepToADeviceThatKnowsItsTime) {
     }
 }
 
+// What it will ask for is heard from when it was due; but a device that does not come is heard no
+// more.
+TEST(OutputTimeline, RunsOnThroughACycleThatComesALittleLate) {
+    Counter counter;
+    OutputTimeline timeline(counter.AsSource(), 0);
+    DeviceFeed feed(timeline, DeviceFeed::Reports::Exact);
+    std::vector<float> block(std::size_t{2} * 882);
+    std::int64_t given = 0;
+    std::int64_t due = 500 * ms;
+    timeline.AdvanceSilence(due);
+    for (; due < 1000 * ms; due += 20 * ms) {
+        for (std::int64_t now = due; now < due + 20 * ms; now += 1 * ms) {
+            if (now == due + 8 * ms) {
+                feed.Render(block.data(), 882, given, due);
+                given += 882;
+            }
+            EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
+                        static_cast<double>(sound::FramesIn(now)), 1.0);
+        }
+    }
+
+    for (const std::int64_t late : {10 * ms, 40 * ms}) {
+        EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(due + late)),
+                    static_cast<double>(sound::FramesIn(due + 10 * ms)), 1.0);
+    }
+}
+
 TEST(OutputTimeline, HandsOverToADeviceInStep) {
     for (const std::int32_t latencyFrames : {500, 4410, 15000}) {
         Counter counter;
