@@ -17,14 +17,16 @@
 
 namespace sound {
 
-static constexpr std::chrono::seconds retryPeriod{1};
+static constexpr std::chrono::milliseconds retryPeriod{1000};
+static constexpr std::chrono::milliseconds faithfulRetryPeriod{250};
 static constexpr std::chrono::seconds checkPeriod{1};
 
 // How long a device that was started may take to ask for anything: a stream waits for its link, a
 // loudspeaker without wires for its radio.
 static constexpr std::chrono::seconds linkPatience{3};
 
-// How long a kind of device that has played is the only one tried, once it is lost.
+// How long a kind of device that has played is the only one tried, once it is lost, and more often:
+// a server that was started again is soon there, but takes a moment to have a loudspeaker.
 static constexpr std::chrono::seconds faithfulness{10};
 
 // A process that exits takes its libraries down while this thread goes on: it is given a moment to
@@ -121,8 +123,7 @@ public:
     // Tries one kind after the other until one starts; what became of the last.
     Ending Round(LiveOutput& output) {
         Ending ending = Ending::Refused;
-        const bool faithful = latest != nullptr && std::chrono::steady_clock::now() < faithfulUntil;
-        const auto candidates = faithful ? std::span(latest, 1) : kinds;
+        const auto candidates = IsFaithful() ? std::span(latest, 1) : kinds;
         for (const DeviceKind& kind : candidates) {
             bool played = false;
             ending = RunDevice(output, kind, candidates.size() > 1, played);
@@ -138,7 +139,16 @@ public:
         return ending;
     }
 
+    // From the beginning of a round to that of the next.
+    std::chrono::milliseconds Period() const {
+        return IsFaithful() ? faithfulRetryPeriod : retryPeriod;
+    }
+
 private:
+    bool IsFaithful() const {
+        return latest != nullptr && std::chrono::steady_clock::now() < faithfulUntil;
+    }
+
     std::span<const DeviceKind> kinds;
     const DeviceKind* latest = nullptr; // that played
     std::chrono::steady_clock::time_point faithfulUntil;
@@ -160,9 +170,9 @@ static void Run(const std::shared_ptr<LiveOutput>& output, std::span<const Devic
     Search search(kinds);
     bool running = true;
     while (running) {
-        const auto next = std::chrono::steady_clock::now() + retryPeriod;
+        const auto begin = std::chrono::steady_clock::now();
         running = search.Round(*output) != Ending::Stopped &&
-                  output->WaitUntil(next, [] { return false; });
+                  output->WaitUntil(begin + search.Period(), [] { return false; });
     }
     output->deviceClosed = true;
 }
