@@ -34,6 +34,12 @@ protected:
         return Events(folder.Path("events"));
     }
     using SinkLogTest::Read;
+
+    // That something changed at that frame of the sink, and the server was back at another.
+    Events ChangeAndBack(std::int64_t change, std::int64_t back) {
+        return Read("change " + std::to_string(NsOf(change)) + "\nback " +
+                    std::to_string(NsOf(back)) + "\n");
+    }
 };
 
 } // namespace
@@ -123,8 +129,7 @@ TEST_F(FindingsTest, AnswersAreInStepFromTheLastOnThatWasOff) {
     std::vector<Answer> answers;
     Ask(heard, 4000, back + 22'050, 5.0, answers);
     Ask(heard, back + 22'050, 130'000, -0.2, answers);
-    const Events events = Read("change " + std::to_string(NsOf(10'000)) + "\nback " +
-                               std::to_string(NsOf(back)) + "\n");
+    const Events events = ChangeAndBack(10'000, back);
 
     const auto found = bench::FindAnswersAfterChange(heard, answers, events);
 
@@ -172,8 +177,7 @@ TEST_F(FindingsTest, SoundAfterAChangeIsAccountedFor) {
     PlayZeros(4410);
     Play(20'441, 40'000); // 10 ms are missing
     Play(39'118, 60'000); // and 20 ms are repeated
-    const Events events = Read("change " + std::to_string(NsOf(21'000)) + "\nback " +
-                               std::to_string(NsOf(24'205)) + "\n");
+    const Events events = ChangeAndBack(21'000, 24'205);
 
     const auto found = bench::FindSoundAfterChange(Read(), events);
 

@@ -79,6 +79,11 @@ package_of() {
     dpkg-query --search "*${file#/usr}" | sed 's/[:,].*//' # known with or without /usr
 }
 
+# package_of_library NAME: the same of the one that a program gets by that name.
+package_of_library() {
+    package_of "$(/sbin/ldconfig -p | awk -v name="$1" '$1 == name && !found++ { print $NF }')"
+}
+
 EachLibraryHasItsLicenceListed() {
     local program name file package count=0
     headless_begin
@@ -98,8 +103,7 @@ EachLibraryLoadedAtRunTimeIsRecommended() {
     headless_begin
     installed
     while read -r name; do
-        package=$(package_of "$(/sbin/ldconfig -p |
-            awk -v name="$name" '$1 == name && !found++ { print $NF }')") || fail "$name is of no package"
+        package=$(package_of_library "$name") || fail "$name is of no package"
         grep "^set(CPACK_DEBIAN_PACKAGE_RECOMMENDS " "$BUILD/CPackConfig.cmake" |
             grep -qF "$package" || fail "the package does not recommend $package ($name)"
         grep -qF "| $package " "$SOURCES/LICENSES.md" || fail "LICENSES.md lacks $package ($name)"
@@ -127,8 +131,7 @@ libstdc++.so.6" "$(needed "$folder"/skovra "$folder"/skovra-* "$folder"/lib/* | 
         comm -23 - <(cd "$folder/lib" && printf '%s\n' * | sort) | xargs)"
     for file in "$folder"/lib/*; do
         name=${file##*/}
-        package=$(package_of "$(/sbin/ldconfig -p |
-            awk -v name="$name" '$1 == name && !found++ { print $NF }')") || fail "$name is of no package"
+        package=$(package_of_library "$name") || fail "$name is of no package"
         [ -s "$folder/licences/$package.txt" ] || fail "no licence of $name"
         grep -q "| $package .*| lib/ |\$" "$SOURCES/LICENSES.md" || fail "LICENSES.md lacks $package, in lib/"
     done

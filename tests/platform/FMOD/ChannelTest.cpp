@@ -289,23 +289,6 @@ TEST_F(ChannelTest, StandsStillWhilePausedAndLosesNothing) {
     EXPECT_EQ(Position(channel), (10512U + 4410U) * 10 / 441);
 }
 
-// The output's clock may be a moment ahead of what it has asked for.
-TEST_F(ChannelTest, DoesNotStepBackWhenAPauseBeginsBeforeWhatWasTold) {
-    FMOD::Channel* channel = PlayTone(441.0, 88200);
-    script::Pull(4410);
-    script::SetHeard(4410 + 2205);
-    ASSERT_EQ(Position(channel), 150U);
-
-    channel->setPaused(true);
-    script::Pull(8820);
-    EXPECT_EQ(Position(channel), 150U);
-
-    channel->setPaused(false);
-    script::Pull(8820);
-    script::HearAll();
-    EXPECT_GT(Position(channel), 150U);
-}
-
 TEST_F(ChannelTest, ResumesWithTheFrameAfterTheLast) {
     const std::string path = Encoded(441.0, 88200);
     const auto decoded = Decoded(path);

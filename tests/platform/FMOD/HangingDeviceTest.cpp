@@ -53,8 +53,8 @@ static cubeb_state_callback tellState = nullptr;
 static void* user = nullptr;
 static std::mutex backendsMutex;
 static std::vector<std::string> backends; // that were tried
-static std::atomic<std::int64_t> startNs{
-    0}; // since when the latest stream plays; 0: it cannot tell
+// Since when the latest stream plays; 0: it cannot tell.
+static std::atomic<std::int64_t> startNs{0};
 
 static void Enter(const char* operation) {
     if (hangsIn == operation) {

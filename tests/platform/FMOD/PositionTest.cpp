@@ -146,6 +146,23 @@ protected:
     std::int64_t latest = 0;
 };
 
+// The output's clock may be a moment ahead of what it has asked for.
+TEST_F(PositionTest, DoesNotStepBackWhenAPauseBeginsBeforeWhatWasTold) {
+    channel = Play(Open(path));
+    script::Pull(4410);
+    script::SetHeard(4410 + 2205);
+    ASSERT_EQ(Position(channel), 150U);
+
+    channel->setPaused(true);
+    script::Pull(8820);
+    EXPECT_EQ(Position(channel), 150U);
+
+    channel->setPaused(false);
+    script::Pull(8820);
+    script::HearAll();
+    EXPECT_GT(Position(channel), 150U);
+}
+
 class AnyPlayingTest : public PositionTest, public testing::WithParamInterface<unsigned int> {};
 
 TEST_P(AnyPlayingTest, HasThePositionOfWhatIsHeardAndNeverGoesBack) {
