@@ -50,7 +50,7 @@ std::optional<double> EndMs(std::span<const float> side) {
     const double firstHz = MeanHz(window.first(halfWindow));
     const double secondHz = MeanHz(window.last(halfWindow));
     const double rise = secondHz - firstHz - riseHz * halfSeconds;
-    if (firstHz == 0.0 || secondHz == 0.0 || std::fabs(rise) > riseHz * halfSeconds) {
+    if (firstHz == 0.0 || secondHz == 0.0 || std::fabs(rise) > 0.1 * riseHz * halfSeconds) {
         return std::nullopt;
     }
     const double middleSeconds = (MeanHz(window) - lowestHz) / riseHz;
