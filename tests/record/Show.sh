@@ -43,6 +43,11 @@ is_whole() {
     expect_equal "pictures a second" 40/1 "$(probe "$file" v r_frame_rate)"
     expect_equal "colours" "tv bt709 bt709 bt709" \
         "$(probe "$file" v color_range,color_space,color_transfer,color_primaries | xargs)"
+    # What the container itself says, which some players go by: by numbers, 1 is BT.709.
+    if [ "${file##*.}" = mp4 ]; then
+        ffprobe -v trace "$file" 2>&1 | grep 'nclx: pri 1 trc 1 matrix 1 full 0' >/dev/null ||
+            fail "the container does not name the colours"
+    fi
     expect_equal "pixels" yuv420p "$(probe "$file" v pix_fmt)"
     apart=$(($(first_time "$file" v) - $(first_time "$file" a)))
     # One of the containers tells the time in ms.

@@ -37,8 +37,11 @@ Arguments Colours() {
     // standard than the one that the file names.
     const std::string flags = "accurate_rnd+full_chroma_int+full_chroma_inp";
     const std::string scale = "scale=out_color_matrix=bt709:out_range=tv:flags=" + flags;
+    // From ffmpeg 7 on the encoder tells what the pictures say of themselves, not what it was told.
+    const std::string named =
+        "setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=bt709";
     return {"-vf",
-            "vflip," + scale + ",format=yuv420p",
+            "vflip," + scale + ",format=yuv420p," + named,
             "-colorspace",
             "bt709",
             "-color_range",
