@@ -51,6 +51,10 @@ bool ReadHeader(const Reader& reader, std::FILE* file, unsigned int maxSide, Png
     if (setjmp(png_jmpbuf(reader.png)) != 0) {
         return false;
     }
+    // Of chunks that need not be there, those that no pixel depends on are passed over. What is left
+    // is right, or the picture is refused, where libraries of different age would let it pass.
+    png_set_keep_unknown_chunks(reader.png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    png_set_benign_errors(reader.png, 0);
     png_init_io(reader.png, file);
     png_set_user_limits(reader.png, maxSide, maxSide);
     png_read_info(reader.png, reader.info);
