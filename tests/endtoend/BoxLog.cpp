@@ -28,12 +28,15 @@ void PrintCaption(GtkWidget* widget, void* log) {
     }
 }
 
+struct Closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
 } // namespace
 
 gint __wrap_gtk_dialog_run(GtkDialog* box) {
     const char* path = std::getenv("BOX_LOG");
-    const std::unique_ptr<std::FILE, decltype(&std::fclose)> log(
-        path != nullptr ? std::fopen(path, "a") : nullptr, std::fclose);
+    const std::unique_ptr<std::FILE, Closer> log(path != nullptr ? std::fopen(path, "a") : nullptr);
     if (log) {
         PrintText(log.get(), box, "text");
         PrintText(log.get(), box, "secondary-text");
