@@ -12,6 +12,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -75,6 +76,30 @@ bool HasOneMonitor(Display* display) {
     const std::unique_ptr<XRRMonitorInfo, decltype(&XRRFreeMonitors)> monitors(
         XRRGetMonitors(display, DefaultRootWindow(display), True, &count), XRRFreeMonitors);
     return monitors && count == 1;
+}
+
+bool HasOutputNamed(std::string_view beginning, Display* display, XRRScreenResources* resources) {
+    const std::span outputs(resources->outputs, static_cast<std::size_t>(resources->noutput));
+    return std::ranges::any_of(outputs, [&](RROutput each) {
+        const std::unique_ptr<XRROutputInfo, decltype(&XRRFreeOutputInfo)> output(
+            XRRGetOutputInfo(display, resources, each), XRRFreeOutputInfo);
+        return output && std::string_view(output->name).starts_with(beginning);
+    });
+}
+
+/// It switches no mode, but has compositors show a window as if it had: some never give that window
+/// the keyboard, and some end over it. From 23.1 on an extension tells it, before that the names of
+/// its outputs, which are those of the screens since.
+bool IsXwayland(Display* display) {
+    int opcode = 0;
+    int event = 0;
+    int error = 0;
+    if (XQueryExtension(display, "XWAYLAND", &opcode, &event, &error) != 0) {
+        return true;
+    }
+    const std::unique_ptr<XRRScreenResources, decltype(&XRRFreeScreenResources)> resources(
+        XRRGetScreenResourcesCurrent(display, DefaultRootWindow(display)), XRRFreeScreenResources);
+    return resources && HasOutputNamed("XWAYLAND", display, resources.get());
 }
 
 /// The mode in use, where one covers the whole screen, upright, and there is no other.
@@ -188,7 +213,7 @@ bool ScreenProbe::GameModeChangesNothing() const {
     }
     const ErrorsIgnored errors;
     if (!CanSwitchModes(display.get()) || !HasMonitors(display.get()) ||
-        !HasOneMonitor(display.get())) {
+        !HasOneMonitor(display.get()) || IsXwayland(display.get())) {
         return false;
     }
     const auto used = OnlyMode(display.get(), Width(), Height());

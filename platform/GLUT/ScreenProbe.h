@@ -5,8 +5,7 @@
 
 using Display = struct _XDisplay;
 
-/// A connection of its own to the X server that freeglut is on.
-/// Main thread only; to be made after glutInit.
+/// A connection of its own to the X server that freeglut is on, or will be. Main thread only.
 class ScreenProbe {
 public:
     ScreenProbe();
@@ -16,9 +15,9 @@ public:
     int Height() const;
 
     /// True when game mode at the current resolution would leave every mode, monitor and other
-    /// program's grab as it is: the server is on this machine and offers mode switching, its one
-    /// monitor covers the screen, upright, the mode freeglut would choose, and later restore, is
-    /// the one in use, and pointer and keyboard are free.
+    /// program's grab as it is: the server is on this machine, offers mode switching and has the
+    /// screen to itself, its one monitor covers that, upright, the mode freeglut would choose, and
+    /// later restore, is the one in use, and pointer and keyboard are free.
     bool GameModeChangesNothing() const;
 
     /// Where the pointer is, in pixels of the screen.
