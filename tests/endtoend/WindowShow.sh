@@ -3,9 +3,25 @@
 # shellcheck source=script/lib/show.sh
 . "$(dirname "$0")/../../script/lib/show.sh"
 
+# class_of WINDOW: its name and class, by which desktops group windows.
+class_of() {
+    xprop -id "$1" WM_CLASS | sed 's/.*= //'
+}
+
 RunsFromStartToFinish() {
+    local class
     start_display
-    open_in_window "$PROGRAMS/skovra-positions"
+    launch "$PROGRAMS/skovra-positions"
+    headless_wait_active "$title" 60
+    class=$(class_of "$headless_window")
+    expect_equal "class of a box" '"skovra-positions", "Skovra-positions"' "$class"
+    headless_key Return
+    headless_wait_active "$title"
+    headless_key Escape
+    headless_wait_active "$title"
+    headless_key Return
+    headless_wait_active "$title"
+    expect_equal "class of the window" "$class" "$(class_of "$headless_window")"
     expect_window "$headless_window"
     expect_exit 0 90
     expect_output

@@ -18,6 +18,16 @@ NoDisplayIsSaidAndEndsTheProgram() {
     expect_refusal "failed to open display ''"
 }
 
+# The name of a display that nobody serves is enough.
+OnlyWaylandIsSaidAndEndsTheProgram() {
+    headless_begin
+    without_sound
+    unset DISPLAY
+    export WAYLAND_DISPLAY=wayland-4711
+    expect_refusal "failed to open display ''" 'skovra: only Wayland is here; the X display that is '\
+'needed comes with Xwayland, which is missing'
+}
+
 UnreachableDisplayIsSaidAndEndsTheProgram() {
     headless_begin
     without_sound
