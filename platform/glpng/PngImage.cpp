@@ -14,7 +14,19 @@ namespace {
     png_longjmp(png, 1);
 }
 
-void Ignore(png_structp, png_const_charp) {}
+bool IsNeeded(png_uint_32 chunk) {
+    constexpr png_uint_32 transparency = 0x74524e53; // tRNS
+    constexpr png_uint_32 pixels = 0x49444154;       // IDAT, where errors are no warnings
+    constexpr png_uint_32 ancillaryBit = 0x20000000;
+    return chunk == transparency || ((chunk & ancillaryBit) == 0 && chunk != pixels);
+}
+
+// Libraries of different age let different damage pass with a warning.
+void Warn(png_structp png, png_const_charp) {
+    if (IsNeeded(png_get_io_chunk_type(png))) {
+        png_longjmp(png, 1);
+    }
+}
 
 struct Reader {
     Reader() = default;
@@ -22,7 +34,7 @@ struct Reader {
     Reader& operator=(const Reader&) = delete;
     ~Reader() { png_destroy_read_struct(&png, &info, nullptr); }
 
-    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, LeaveQuietly, Ignore);
+    png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, LeaveQuietly, Warn);
     png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
 };
 
@@ -51,10 +63,8 @@ bool ReadHeader(const Reader& reader, std::FILE* file, unsigned int maxSide, Png
     if (setjmp(png_jmpbuf(reader.png)) != 0) {
         return false;
     }
-    // Of chunks that need not be there, those that no pixel depends on are passed over. What is left
-    // is right, or the picture is refused, where libraries of different age would let it pass.
+    // Of chunks that need not be there, those that no pixel depends on are passed over.
     png_set_keep_unknown_chunks(reader.png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
-    png_set_benign_errors(reader.png, 0);
     png_init_io(reader.png, file);
     png_set_user_limits(reader.png, maxSide, maxSide);
     png_read_info(reader.png, reader.info);

@@ -5,8 +5,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <fstream>
+#include <string_view>
 
 using gltest::Bytes;
 using gltest::Encode;
@@ -98,6 +100,28 @@ TEST_F(RefusedPng, IsOnlyANameWhereverABitIsWrong) {
     // Bit 5 of a byte in a chunk's name makes that chunk one that readers may leave out.
     const Bytes whole = Encode(SevenByFive());
     for (std::size_t i = 0; i < whole.size(); ++i) {
+        Bytes wrong = whole;
+        wrong[i] ^= 0x01;
+        ASSERT_EQ(BindPath(Store(wrong)), 0U) << "byte " << i;
+    }
+    ExpectOnlyAName();
+}
+
+TEST_F(RefusedPng, IsOnlyANameWhereverABitOfItsTransparencyIsWrong) {
+    const Bytes whole = Encode({.colourType = PNG_COLOR_TYPE_PALETTE,
+                                .rows = {1},
+                                .palette = {{1, 2, 3}, {40, 50, 60}},
+                                .paletteAlpha = {0, 128}});
+    constexpr std::string_view name = "tRNS";
+    const auto found = std::search(whole.begin(), whole.end(), name.begin(), name.end());
+    const auto begin = static_cast<std::size_t>(found - whole.begin());
+    constexpr std::size_t length = 4;
+    constexpr std::size_t dataAndChecksum = 2 + 4;
+    ASSERT_LT(begin + name.size() + dataAndChecksum, whole.size());
+    for (std::size_t i = begin - length; i < begin + name.size() + dataAndChecksum; ++i) {
+        if (i >= begin && i < begin + name.size()) {
+            continue; // by another name it is another chunk, which may be left out
+        }
         Bytes wrong = whole;
         wrong[i] ^= 0x01;
         ASSERT_EQ(BindPath(Store(wrong)), 0U) << "byte " << i;

@@ -170,6 +170,11 @@ TEST_F(PngTexture, TakesASinglePixel) {
     EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{12, 34, 56}}));
 }
 
+TEST_F(PngTexture, IsMadeWhateverFollowsThePictureInItsData) {
+    const Bytes twoRows = Encode({.height = 2, .rows = {10, 20, 30, 40, 50, 60}});
+    EXPECT_NE(BindPath(Store(gltest::WithClaimedSize(twoRows, 1, 1))), 0U);
+}
+
 TEST_F(PngTexture, DoesNotApplyTheFilesGamma) {
     Bind({.width = 2, .rows = {10, 100, 200, 60, 120, 180}, .gamma = 1.0});
 
