@@ -6,9 +6,8 @@ namespace engine {
 
 LightEngine::LightEngine()
     : position{0.0F, 50.0F, 0.0F, 1.0F}, specular{1.0F, 1.0F, 1.0F, 1.0F},
-      materialSpecular{1.0F, 1.0F, 1.0F, 1.0F}, ambient{0.5F, 0.5F, 0.5F, 1.0F}, spotDirection{
-                                                                                     0.0F, 0.0F,
-                                                                                     -1.0F} {}
+      materialSpecular{1.0F, 1.0F, 1.0F, 1.0F}, ambient{0.5F, 0.5F, 0.5F, 1.0F},
+      spotDirection{0.0F, 0.0F, -1.0F} {}
 
 void LightEngine::ActivateLight() {
     glDisable(GL_LIGHT0);

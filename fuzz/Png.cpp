@@ -26,8 +26,7 @@ std::uint32_t checksum = 0;
 // libpng is not watched by the fuzzer. So that pictures of all kinds are kept and changed further,
 // each depth, format and size taken counts as something new: libFuzzer reads this section.
 [[gnu::section("__libfuzzer_extra_counters"),
-  gnu::used]] std::array<std::uint8_t, std::size_t{32} * 16 * 16>
-    kindsTaken;
+  gnu::used]] std::array<std::uint8_t, std::size_t{32} * 16 * 16> kindsTaken;
 
 std::size_t Magnitude(GLsizei side) {
     return std::bit_width(static_cast<unsigned int>(side)) % 16;

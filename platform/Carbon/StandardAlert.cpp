@@ -43,7 +43,7 @@ public:
 private:
     XErrorHandler onError;
     XIOErrorHandler onIoError;
-    struct sigaction onPipe {};
+    struct sigaction onPipe{};
 };
 
 bool Started() {

@@ -29,6 +29,7 @@ MusicTime::Moment ChannelObject::Heard() {
 void SystemObject::Open(std::size_t channelCount) {
     auto newMixer = std::make_unique<Mixer>(channelCount);
     std::vector<std::unique_ptr<ChannelObject>> newChannels;
+    newChannels.reserve(channelCount);
     for (std::size_t slot = 0; slot < channelCount; ++slot) {
         newChannels.push_back(std::make_unique<ChannelObject>(*this, slot));
     }

@@ -24,7 +24,7 @@ void Progress::Show(std::int64_t done, std::int64_t total) {
         const std::int64_t tenths = 10 * done / total;
         if (tenths > tenthsShown) {
             tenthsShown = tenths;
-            out << 10 * tenths << " %" << TimeLeft(done, total) << std::endl;
+            out << 10 * tenths << " %" << TimeLeft(done, total) << "\n" << std::flush;
         }
         return;
     }

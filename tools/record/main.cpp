@@ -41,7 +41,7 @@ void Say(const std::string& text) {
     if (progress != nullptr) {
         progress->Clear();
     }
-    std::cerr << "skovra-record: " << text << std::endl;
+    std::cerr << "skovra-record: " << text << "\n" << std::flush;
 }
 
 double Seconds() {
@@ -51,8 +51,10 @@ double Seconds() {
 
 void DiscardStandardOutput() {
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    dup2(nowhere, STDOUT_FILENO);
-    close(nowhere);
+    if (nowhere >= 0) {
+        dup2(nowhere, STDOUT_FILENO);
+        close(nowhere);
+    }
 }
 
 void ShowPicture(const Canvas& canvas, std::int64_t ms) {

@@ -273,7 +273,7 @@ TEST(StandardAlert, LeavesTheHandlersOfXErrorsAsTheyWere) {
 }
 
 TEST(StandardAlert, LeavesBrokenPipesTheirEffect) {
-    struct sigaction now {};
+    struct sigaction now{};
     for (const auto handler : {SIG_DFL, SIG_IGN}) {
         std::signal(SIGPIPE, handler);
         Show("Main", "Why", nullptr, 1, [](GtkDialog*) {});

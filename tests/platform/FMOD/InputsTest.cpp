@@ -155,60 +155,24 @@ static Bytes WithDamage(const Bytes& damage) {
 static constexpr int untrimmed = 3 * 1152; // what the encoder adds, and nobody notes
 
 static constexpr Music music[] = {
-    {"WithALengthNoted",
-     [] {
-         return Tone(44100, 3.0, {"-V", "2"});
-     }},
-    {"WithoutTags",
-     [] {
-         return Tone(44100, 3.0, {"-V", "2", "-t"});
-     },
-     untrimmed},
-    {"OfConstantBitRate",
-     [] {
-         return Tone(44100, 3.0, {"-b", "320", "--scale", "1"});
-     }},
+    {"WithALengthNoted", [] { return Tone(44100, 3.0, {"-V", "2"}); }},
+    {"WithoutTags", [] { return Tone(44100, 3.0, {"-V", "2", "-t"}); }, untrimmed},
+    {"OfConstantBitRate", [] { return Tone(44100, 3.0, {"-b", "320", "--scale", "1"}); }},
     {"InFreeFormat",
-     [] {
-         return Tone(44100, 3.0, {"--freeformat", "-b", "300", "--scale", "1", "-t"});
-     },
+     [] { return Tone(44100, 3.0, {"--freeformat", "-b", "300", "--scale", "1", "-t"}); },
      untrimmed},
-    {"At48kHz",
-     [] {
-         return Tone(48000, 3.0, {"-V", "2"});
-     }},
-    {"At32kHz",
-     [] {
-         return Tone(32000, 3.0, {"-V", "0"});
-     }},
-    {"At22kHz",
-     [] {
-         return Tone(22050, 3.0, {"-V", "0", "--resample", "22.05"});
-     }},
-    {"At11kHz",
-     [] {
-         return Tone(11025, 3.0, {"-V", "0", "--resample", "11.025"});
-     }},
-    {"At8kHz",
-     [] {
-         return Tone(8000, 3.0, {"-V", "0", "--resample", "8"});
-     }},
+    {"At48kHz", [] { return Tone(48000, 3.0, {"-V", "2"}); }},
+    {"At32kHz", [] { return Tone(32000, 3.0, {"-V", "0"}); }},
+    {"At22kHz", [] { return Tone(22050, 3.0, {"-V", "0", "--resample", "22.05"}); }},
+    {"At11kHz", [] { return Tone(11025, 3.0, {"-V", "0", "--resample", "11.025"}); }},
+    {"At8kHz", [] { return Tone(8000, 3.0, {"-V", "0", "--resample", "8"}); }},
     {"BehindALongTag",
-     [] {
-         return Joined({files::Tag(10'000'000, 10'000'000), Tone(44100, 3.0, {"-V", "2"})});
-     }},
+     [] { return Joined({files::Tag(10'000'000, 10'000'000), Tone(44100, 3.0, {"-V", "2"})}); }},
     {"BehindATagThatLies",
-     [] {
-         return Joined({files::Tag(200'000'000, 300), Tone(44100, 3.0, {"-V", "2"})});
-     }},
-    {"BehindNoise",
-     [] {
-         return Joined({files::Noise(30'000), Tone(44100, 3.0, {"-V", "2"})});
-     }},
+     [] { return Joined({files::Tag(200'000'000, 300), Tone(44100, 3.0, {"-V", "2"})}); }},
+    {"BehindNoise", [] { return Joined({files::Noise(30'000), Tone(44100, 3.0, {"-V", "2"})}); }},
     {"BeforeATag",
-     [] {
-         return Joined({Tone(44100, 3.0, {"-V", "2"}), {'T', 'A', 'G'}, Bytes(125, ' ')});
-     }},
+     [] { return Joined({Tone(44100, 3.0, {"-V", "2"}), {'T', 'A', 'G'}, Bytes(125, ' ')}); }},
     {"WithZerosInTheMiddle", [] { return WithDamage(Bytes(100'000, 0)); }, untrimmed},
     {"WithNoiseInTheMiddle", [] { return WithDamage(files::Noise(100'000)); }, untrimmed},
 };

@@ -101,7 +101,9 @@ TEST_F(PipeWireOutputTest, PlaysToAnyKindOfSink) {
 }
 
 TEST_F(PipeWireOutputTest, OpensItsStreamWithTheLoopLockedAndEndsTheLoopFirst) {
-    { EXPECT_TRUE(PipeWireOutput(feed).Start()); }
+    {
+        EXPECT_TRUE(PipeWireOutput(feed).Start());
+    }
 
     EXPECT_EQ(script.calls,
               Calls({"context_new", "lock", "context_connect", "sync", "wait", "stream_new",

@@ -68,8 +68,9 @@ static bool Play(sound::OutputTimeline& timeline, const sound::DeviceKind& kind)
 }
 
 int main(int argc, char** argv) {
-    sound::OutputTimeline timeline({argc > 1 ? argv : nullptr, Render, WaitForNothing},
-                                   sound::MonotonicNs());
+    sound::OutputTimeline timeline(
+        {argc > 1 ? static_cast<void*>(argv) : nullptr, Render, WaitForNothing},
+        sound::MonotonicNs());
     while (!Play(timeline, sound::ChosenDevices().front())) {
     }
     return 0;
