@@ -32,17 +32,26 @@ foreach(page IN ITEMS skovra.6 skovra-gallery.6 skovra-record.1)
         ${CMAKE_INSTALL_MANDIR}/man${section} ${page})
 endforeach()
 
-# The .deb.
+# The .deb, for the system that it is built on, which its version names: Debian's own would be 1.1.0-1.
+cmake_host_system_information(RESULT system QUERY DISTRIB_ID)
+cmake_host_system_information(RESULT system_version QUERY DISTRIB_VERSION_ID)
+cmake_host_system_information(RESULT suite QUERY DISTRIB_VERSION_CODENAME)
+if(system STREQUAL "debian")
+    set(revision 1~deb${system_version}u1)
+else()
+    set(revision 1~${system}${system_version})
+endif()
 execute_process(
     COMMAND ${CMAKE_COMMAND} -E env LC_ALL=C date --utc --rfc-email --date=${SKOVRA_RELEASE_DATE}
     OUTPUT_VARIABLE release_time OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 configure_file(debian/changelog.in changelog @ONLY)
-install_compressed(${CMAKE_CURRENT_BINARY_DIR}/changelog ${CMAKE_INSTALL_DOCDIR} changelog)
+install_compressed(${CMAKE_CURRENT_BINARY_DIR}/changelog ${CMAKE_INSTALL_DOCDIR} changelog.Debian)
 install(FILES debian/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE ${revision})
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, libpipewire-0.3-0")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, libpipewire-0.3-0t64 | libpipewire-0.3-0")
 set(CPACK_PACKAGE_DESCRIPTION
 "One piece of music and OpenGL scenes that follow what is heard at that
 moment, in a window or full screen, for thirty-three seconds. Without a
