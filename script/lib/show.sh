@@ -145,6 +145,14 @@ copy_program() {
     cp -r "$PROGRAMS/skovra" "$PROGRAMS/skovra-positions" "$PROGRAMS/resources" "$copy"
 }
 
+# paint_pictures: plain colours into the copy, upper and lower half different, so that a pixel tells
+# them apart.
+paint_pictures() {
+    convert -size 64x32 xc:'#c02020' \( -size 64x32 xc:'#601010' \) -append "$copy/resources/skovr.png"
+    convert -size 64x32 xc:'#2020c0' \( -size 64x32 xc:'#101060' \) -append \
+        "$copy/resources/credits.png"
+}
+
 # launch PROGRAM: starts it, with its positions in $positions if it is skovra-positions.
 launch() {
     positions=$headless_dir/positions

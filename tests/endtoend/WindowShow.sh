@@ -30,13 +30,6 @@ RunsFromStartToFinish() {
     grep -q 'no sound device' "$headless_err" || fail "silence is not announced"
 }
 
-# Pictures in plain colours, upper and lower half different, so that a pixel tells them apart.
-paint_pictures() {
-    convert -size 64x32 xc:'#c02020' \( -size 64x32 xc:'#601010' \) -append "$copy/resources/skovr.png"
-    convert -size 64x32 xc:'#2020c0' \( -size 64x32 xc:'#101060' \) -append \
-        "$copy/resources/credits.png"
-}
-
 # expect_picture POSITION UPPER LOWER: the colours above and below the picture's middle line, at
 # the right of the window, where the bars are low.
 expect_picture() {
