@@ -1,8 +1,6 @@
 // Alert boxes by GTK, in this process, on the X server that the show's window will be on.
 #include <Carbon/Carbon.h>
 
-#include "WaylandNotice.h"
-
 #include <X11/Xlib.h>
 #include <gtk/gtk.h>
 
@@ -59,15 +57,7 @@ bool Started() {
     }();
     // GTK ends the process at once, and what it has not written, if the display goes meanwhile.
     std::fflush(stdout);
-    static bool toldOfMissingX = false;
-    if (!prepared || toldOfMissingX) {
-        return false;
-    }
-    if (gtk_init_check(nullptr, nullptr) != FALSE) {
-        return true;
-    }
-    toldOfMissingX = TellOfMissingX();
-    return false;
+    return prepared && gtk_init_check(nullptr, nullptr) != FALSE;
 }
 
 std::string Utf8(CFStringRef string) {

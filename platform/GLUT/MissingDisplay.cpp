@@ -2,6 +2,7 @@
 //
 // By --wrap, see FullScreen.cpp.
 #include "ScreenProbe.h"
+#include "WaylandNotice.h"
 
 #include <GL/freeglut.h>
 
@@ -18,6 +19,8 @@ void __wrap_glutInit(int* argumentCount, char** arguments) {
         std::fputs("skovra: only Wayland is here; the X display that is needed comes with Xwayland,"
                    " which is missing\n",
                    stderr);
+        std::fflush(stdout); // GTK ends the process at once if the display goes meanwhile
+        TellOfMissingX();
     }
     __real_glutInit(argumentCount, arguments);
 }

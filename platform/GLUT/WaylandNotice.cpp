@@ -1,9 +1,19 @@
-// What a viewer sees where boxes cannot be shown.
 #include "WaylandNotice.h"
 
 #include <gtk/gtk.h>
 
-static void Show() {
+#include <cerrno>
+
+void TellOfMissingX() {
+    gdk_set_allowed_backends("wayland");
+    g_unsetenv("GDK_BACKEND"); // it would overrule that
+    gtk_disable_setlocale();   // what the program prints stays as it is
+    if (g_get_prgname() == nullptr) {
+        g_set_prgname(program_invocation_short_name); // what the desktop calls the program
+    }
+    if (gtk_init_check(nullptr, nullptr) == FALSE) {
+        return;
+    }
     GtkWidget* box = gtk_message_dialog_new(nullptr, GTK_DIALOG_MODAL, GTK_MESSAGE_ERROR,
                                             GTK_BUTTONS_CLOSE, "Xwayland is missing");
     gtk_message_dialog_format_secondary_text(
@@ -12,18 +22,4 @@ static void Show() {
     gtk_window_set_title(GTK_WINDOW(box), "Xwayland is missing");
     gtk_dialog_run(GTK_DIALOG(box));
     gtk_widget_destroy(box);
-    while (gtk_events_pending() != FALSE) {
-        gtk_main_iteration();
-    }
-}
-
-bool TellOfMissingX() {
-    gdk_set_allowed_backends("wayland");
-    const bool answers = gtk_init_check(nullptr, nullptr) != FALSE;
-    if (answers) {
-        Show();
-        gdk_display_close(gdk_display_get_default());
-    }
-    gdk_set_allowed_backends("x11");
-    return answers;
 }
