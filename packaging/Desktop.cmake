@@ -14,6 +14,10 @@ foreach(size IN ITEMS 48 64 128 256)
         DESTINATION ${icons}/${size}x${size}/apps RENAME skovra.png)
 endforeach()
 
+# All that is installed and made first.
+add_custom_target(installed)
+add_dependencies(installed ${programs})
+
 # install_compressed(FILE DESTINATION NAME): as FILE.gz, without a name or a time inside.
 find_program(GZIP_PROGRAM gzip REQUIRED)
 function(install_compressed file destination name)
@@ -22,6 +26,7 @@ function(install_compressed file destination name)
         COMMAND ${GZIP_PROGRAM} -9nc ${file} > ${compressed}
         DEPENDS ${file} VERBATIM)
     add_custom_target(compressed-${name} ALL DEPENDS ${compressed})
+    add_dependencies(installed compressed-${name})
     install(FILES ${compressed} DESTINATION ${destination})
 endfunction()
 
