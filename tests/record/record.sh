@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # What the tests of whole recordings share. Sourced first; $PROGRAMS is the folder of the built
-# programs. No display, no sound server: the recorder needs neither.
+# programs, $RECORDER another recorder than the one there. No display, no sound server: a recorder
+# needs neither.
 # shellcheck disable=SC2034 # the variables are for the scripts that source this
 set -euo pipefail
 
@@ -10,7 +11,7 @@ export LC_ALL=C.UTF-8
 scratch=$(mktemp -d)
 trap 'rm -rf -- "$scratch"' EXIT
 cd "$scratch"
-recorder=$PROGRAMS/skovra-record
+recorder=${RECORDER:-$PROGRAMS/skovra-record}
 small=320x240 # a whole show of that size takes seconds
 
 fail() {
