@@ -83,7 +83,7 @@ void Note(const char* name) {
 }
 
 // A blocked system call was not made. Counts it, and lets it and the callback's further ones pass.
-void CountSystemCall(int, siginfo_t* info, void* context) {
+void CountSystemCall(int, siginfo_t* info, [[maybe_unused]] void* context) {
     systemCallsBlocked = 0;
     Count(nullptr, info->si_syscall);
 #if defined(__x86_64__)
