@@ -6,7 +6,8 @@ set -euo pipefail
 declare -A tests=(
     ["script/run"]=endtoend.RunScript.PlaysTheWholeShowWithoutADisplay
     ["script/package"]=package.Published
-    ["apt-get install ./build/packages/skovra_*.deb"]=package.Published
+    ["script/package --here"]=package.Published
+    ["apt-get install ./build/packages/skovra_*~deb12u1_amd64.deb"]=package.Published
     ["script/record skovra.mp4"]=record.Script.MakesTheVideoOfTheReadme
     ["script/record --help"]=record.Script.MakesTheVideoOfTheReadme
     ["script/build release skovra-gallery"]=endtoend.RunScript.BuildsTheGallery
