@@ -13,6 +13,8 @@ begin() {
     start_compositor "$@"
     xev -name neighbour >"$headless_dir/xev.log" 2>&1 &
     headless_pids+=("$!")
+    # Where the pointer is, new windows open, and the keyboard goes back to one of those there.
+    [ -z "${outer_display:-}" ] || DISPLAY=$outer_display xdotool mousemove 600 600
     headless_wait_active neighbour
     neighbour=$headless_window
     modes_before=$(xrandr --query)
