@@ -16,7 +16,8 @@ static int Connect(const char* path) {
     address.sun_family = AF_UNIX;
     std::strncpy(address.sun_path, path, sizeof(address.sun_path) - 1);
     const int server = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) {
+    if (server < 0 ||
+        connect(server, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) {
         std::perror(path);
         std::exit(2);
     }

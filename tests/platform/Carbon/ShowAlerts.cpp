@@ -5,7 +5,7 @@
 
 #include <cstdio>
 #include <memory>
-#include <string_view>
+#include <string>
 #include <vector>
 
 #include <unistd.h>
@@ -20,7 +20,7 @@ CFStringRef MacRoman(const char* text) {
     return string;
 }
 
-void Show(std::string_view kind) {
+void Show(const std::string& kind) {
     const AlertStdCFStringAlertParamRec yesOrNo{kStdCFStringAlertVersionOne,
                                                 true,
                                                 false,
@@ -37,7 +37,7 @@ void Show(std::string_view kind) {
         CreateStandardAlert(kAlertStopAlert, MacRoman("\"Skovra\" (1)"), MacRoman("Kj\xBFre?"),
                             kind == "question" ? &yesOrNo : nullptr, &alert);
     const auto run = RunStandardAlert(alert, nullptr, &item);
-    std::printf("%s: created %s, run %s, item %d, %.1f\n", kind.data(),
+    std::printf("%s: created %s, run %s, item %d, %.1f\n", kind.c_str(),
                 created == noErr ? "yes" : "no", run == noErr ? "yes" : "no", item, 1.5);
     std::fflush(stdout);
 }
@@ -46,7 +46,7 @@ void Show(std::string_view kind) {
 
 int main(int argumentCount, char** arguments) {
     for (int i = 1; i < argumentCount; ++i) {
-        if (std::string_view(arguments[i]) == "pause") {
+        if (std::string(arguments[i]) == "pause") {
             pause();
         }
         Show(arguments[i]);

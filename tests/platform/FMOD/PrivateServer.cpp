@@ -76,6 +76,9 @@ bool Accepts(const std::string& path) {
     address.sun_family = AF_UNIX;
     std::strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
     const int client = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (client < 0) {
+        return false;
+    }
     const bool accepted =
         connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
     close(client);
