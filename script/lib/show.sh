@@ -160,9 +160,10 @@ launch() {
     POSITION_LOG=$positions headless_launch "$@"
 }
 
-# answer KEY: Return for full screen, Escape for a window; then the show's display is up.
+# answer KEY [SECONDS]: Return for full screen, Escape for a window; then the show's display is up. The
+# first box comes within so many seconds.
 answer() {
-    headless_wait_active "$title" 60
+    headless_wait_active "$title" "${2:-60}"
     headless_key Return
     headless_wait_active "$title"
     headless_key "$1"

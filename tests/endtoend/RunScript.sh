@@ -34,12 +34,7 @@ PlaysTheWholeShowWithoutADisplay() {
 PlaysOnTheDisplayThereIs() {
     start_display
     headless_launch "$root/script/run"
-    headless_wait_active "$title" 900
-    headless_key Return
-    headless_wait_active "$title"
-    headless_key Escape
-    headless_wait_active "$title"
-    headless_key Return
+    answer Escape 900
     headless_wait_active "$title"
     expect_window "$headless_window"
     headless_key Escape

@@ -98,13 +98,20 @@ licence_of() {
 }
 
 EachLibraryHasItsLicenceListed() {
-    local program name file package count=0
+    local program name file package letter count=0
     headless_begin
     installed
     installed_folder
     while read -r name file; do
         package=$(package_of "$file") || fail "$name is of no package"
         licence_of "$package" >"$headless_dir/line"
+        for program in skovra=S skovra-record=R skovra-gallery=G; do
+            letter=${program#*=}
+            if needed "$prefix/bin/${program%=*}" | grep -xF "$name" >/dev/null; then
+                cut -d '|' -f 6 "$headless_dir/line" | grep -wF "$letter" >/dev/null ||
+                    fail "LICENSES.md does not say that ${program%=*} is linked with $package"
+            fi
+        done
         count=$((count + 1))
     done < <(for program in "$prefix"/bin/* "$folder"/lib/*; do libraries_of "$program"; done | sort -u)
     [ "$count" -ge 25 ] || fail "only $count libraries were found"

@@ -40,6 +40,7 @@ check_made_again() {
         tail -n 20 "$headless_dir/again.log" >&2
         fail "making the packages again"
     }
+    ! grep '\[-W[a-z]' "$headless_dir/again.log" || fail "a warning of the published build"
     for each in "$elsewhere"/build/packages/*; do
         cmp "$each" "$packages/${each##*/}" || fail "${each##*/} is another when made again"
         proved "${each##*/} is the same when made again"
