@@ -16,9 +16,7 @@ void __real_glutInit(int* argumentCount, char** arguments);
 void __wrap_glutInit(int* argumentCount, char** arguments) {
     const char* wayland = std::getenv("WAYLAND_DISPLAY");
     if (wayland != nullptr && *wayland != '\0' && ScreenProbe().Width() == 0) {
-        std::fputs("skovra: only Wayland is here; the X display that is needed comes with Xwayland,"
-                   " which is missing\n",
-                   stderr);
+        std::fputs("skovra: no X display answers; on Wayland it comes with Xwayland\n", stderr);
         std::fflush(stdout); // GTK ends the process at once if the display goes meanwhile
         TellOfMissingX();
     }

@@ -15,10 +15,10 @@ void TellOfMissingX() {
         return;
     }
     GtkWidget* box = gtk_message_dialog_new(nullptr, GTK_DIALOG_MODAL, GTK_MESSAGE_ERROR,
-                                            GTK_BUTTONS_CLOSE, "Only Wayland is here");
+                                            GTK_BUTTONS_CLOSE, "No X display answers");
     gtk_message_dialog_format_secondary_text(GTK_MESSAGE_DIALOG(box),
-                                             "The X display that is needed comes with Xwayland.");
-    gtk_window_set_title(GTK_WINDOW(box), "Xwayland is missing");
+                                             "On Wayland it comes with Xwayland.");
+    gtk_window_set_title(GTK_WINDOW(box), "No X display");
     gtk_dialog_run(GTK_DIALOG(box));
     gtk_widget_destroy(box);
 }

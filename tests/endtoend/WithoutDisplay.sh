@@ -24,8 +24,8 @@ OnlyWaylandIsSaidAndEndsTheProgram() {
     without_sound
     unset DISPLAY
     export WAYLAND_DISPLAY=wayland-4711
-    expect_refusal "failed to open display ''" 'skovra: only Wayland is here; the X display that is '\
-'needed comes with Xwayland, which is missing'
+    expect_refusal "failed to open display ''" \
+        'skovra: no X display answers; on Wayland it comes with Xwayland'
 }
 
 UnreachableDisplayIsSaidAndEndsTheProgram() {
