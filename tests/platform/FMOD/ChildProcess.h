@@ -32,12 +32,18 @@ public:
     /// Waits until it has ended: what waitpid says.
     int Wait();
 
-    /// Waits until @p reached(). Fails the test and answers false if the program ends before.
+    /// Waits until @p reached(). Fails the test and answers false if the program ends before, or
+    /// nothing comes of it in 60 s.
     template <typename Condition>
     bool Await(Condition reached) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (!reached()) {
             if (!IsRunning()) {
                 ADD_FAILURE() << program << " is not installed, or ended too soon";
+                return false;
+            }
+            if (std::chrono::steady_clock::now() > end) {
+                ADD_FAILURE() << program << " has not done what is awaited of it";
                 return false;
             }
             std::this_thread::sleep_for(std::chrono::milliseconds(5));

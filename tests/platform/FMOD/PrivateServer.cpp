@@ -30,8 +30,10 @@ void PrivateServer::Continue() const {
     server.Signal(SIGCONT);
 }
 
-bool PrivateServer::Says(const std::vector<std::string>& command, const std::string& text) const {
+// A command that never gets its answer is one that does not say it; it may be asked again.
+bool PrivateServer::Says(std::vector<std::string> command, const std::string& text) const {
     const std::string path = folder.Path("said");
+    command.insert(command.begin(), {"timeout", "10"});
     ChildProcess question;
     question.Start(command, path);
     question.Wait();

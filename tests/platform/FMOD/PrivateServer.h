@@ -62,7 +62,7 @@ protected:
     virtual std::vector<std::string> StreamsCommand() const = 0;
 
     /// Runs @p command: whether @p text is in what it says.
-    bool Says(const std::vector<std::string>& command, const std::string& text) const;
+    bool Says(std::vector<std::string> command, const std::string& text) const;
 
     files::Folder folder;
     ChildProcess server;
