@@ -7,3 +7,4 @@ if(CPACK_GENERATOR STREQUAL "ZIP")
 else()
     set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 endif()
+set(ENV{SOURCE_DATE_EPOCH} ${CPACK_RELEASE_EPOCH}) # the time of all that is packed
