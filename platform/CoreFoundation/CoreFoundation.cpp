@@ -1,15 +1,14 @@
-// Strings by GLib's conversions, and a bundle that is a folder of files near the executable.
+// Strings, and a bundle that is a folder of files.
 #include <CoreFoundation/CoreFoundation.h>
 
-#include <glib.h>
+#include "MacRoman.h"
+#include "ResourceFolder.h"
 
 #include <cstddef>
 #include <cstring>
 #include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <system_error>
 
 namespace {
@@ -29,39 +28,20 @@ const std::string& Bytes(const void* object) {
     return static_cast<const Text*>(object)->bytes;
 }
 
-constexpr const char* macRoman = "MACINTOSH";
-constexpr const char* utf8 = "UTF-8";
-
-std::optional<std::string> Converted(const std::string& bytes, const char* to, const char* from) {
-    gsize size = 0;
-    const std::unique_ptr<char, decltype(&g_free)> converted(
-        g_convert(bytes.data(), static_cast<gssize>(bytes.size()), to, from, nullptr, &size,
-                  nullptr),
-        g_free);
-    if (converted == nullptr) {
-        return std::nullopt;
-    }
-    return std::string(converted.get(), size);
-}
-
 std::optional<std::string> Decoded(const char* text, CFStringEncoding encoding) {
-    switch (encoding) {
-    case kCFStringEncodingMacRoman:
-        return Converted(text, utf8, macRoman);
-    case kCFStringEncodingUTF8:
-        if (g_utf8_validate(text, -1, nullptr) != FALSE) {
-            return text;
-        }
-        return std::nullopt;
-    default:
-        return std::nullopt;
+    if (encoding == kCFStringEncodingMacRoman) {
+        return Utf8OfMacRoman(text);
     }
+    if (encoding == kCFStringEncodingUTF8 && IsUtf8(text)) {
+        return text;
+    }
+    return std::nullopt;
 }
 
 std::optional<std::string> Encoded(const std::string& bytes, CFStringEncoding encoding) {
     switch (encoding) {
     case kCFStringEncodingMacRoman:
-        return Converted(bytes, macRoman, utf8);
+        return MacRomanOfUtf8(bytes);
     case kCFStringEncodingUTF8:
         return bytes;
     default:
@@ -77,23 +57,6 @@ bool Copied(const std::string& bytes, char* buffer, CFIndex bufferSize) {
     }
     std::memcpy(buffer, bytes.c_str(), bytes.size() + 1);
     return true;
-}
-
-/// Empty when there is none.
-std::filesystem::path ResourceFolder() {
-    std::error_code error;
-    const auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (error) {
-        return {};
-    }
-    const auto folder = executable.parent_path();
-    for (const auto& candidate :
-         {folder / "resources", folder.parent_path() / "share" / "skovra"}) {
-        if (std::filesystem::is_directory(candidate, error)) {
-            return candidate;
-        }
-    }
-    return {};
 }
 
 } // namespace
@@ -127,8 +90,8 @@ CFBundleRef CFBundleGetMainBundle() {
 }
 
 CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringRef type,
-                                 CFStringRef) {
-    if (bundle == nullptr || bundle->folder.empty() || name == nullptr) {
+                                 CFStringRef subdirectory) {
+    if (bundle == nullptr || bundle->folder.empty() || name == nullptr || subdirectory != nullptr) {
         return nullptr;
     }
     const auto path =

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The show ended from outside. Argument: the case to run.
-# shellcheck source=tests/platform/GLUT/full-screen.sh
-. "$(dirname "$0")/../platform/GLUT/full-screen.sh"
+# shellcheck source=tests/platform/GLUT/linux/full-screen.sh
+. "$(dirname "$0")/../platform/GLUT/linux/full-screen.sh"
 # shellcheck source=tests/endtoend/failure.sh
 . "$(dirname "$0")/failure.sh"
 

@@ -66,6 +66,11 @@ TEST(String, EveryMacRomanByteIsALetterAndComesBack) {
     }
 }
 
+TEST(String, HasTheCharactersOfUnicodesMappingTable) {
+    // The first, those that other tables have another character for, the last.
+    EXPECT_EQ(String("\x80\xC6\xDB\xF0\xFF", macRoman).In(utf8), "\u00C4\u2206\u20AC\uF8FF\u02C7");
+}
+
 TEST(String, ComesFromUtf8) {
     const String string("kj\u00F8re", utf8);
     EXPECT_EQ(string.In(utf8), "kj\u00F8re");
@@ -73,7 +78,26 @@ TEST(String, ComesFromUtf8) {
 }
 
 TEST(String, OfWhatIsNotUtf8IsNull) {
-    EXPECT_EQ(String("kj\xBFre", utf8).Get(), nullptr);
+    for (const char* text : {
+             "kj\xBFre",         // a byte that goes on, and nothing before it
+             "kj\xC3",           // cut short
+             "\xE2\x82 ",        // the same, within a text
+             "\xC0\xAF",         // longer than need be, as are the next two
+             "\xE0\x9F\xBF",     //
+             "\xF0\x8F\xBF\xBF", //
+             "\xED\xA0\x80",     // a surrogate
+             "\xF4\x90\x80\x80", // beyond the last character
+             "\xFF",             // in no form
+         }) {
+        EXPECT_EQ(String(text, utf8).Get(), nullptr) << testing::PrintToString(text);
+    }
+}
+
+TEST(String, MayHoldEveryFormOfUtf8) {
+    for (const char* text :
+         {"\u007F", "\u0080", "\u07FF", "\u0800", "\uD7FF", "\uE000", "\U00010000", "\U0010FFFF"}) {
+        EXPECT_EQ(String(text, utf8).In(utf8), text);
+    }
 }
 
 TEST(String, OfAnUnknownEncodingIsNull) {

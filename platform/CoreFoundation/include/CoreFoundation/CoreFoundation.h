@@ -31,7 +31,7 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
 CFBundleRef CFBundleGetMainBundle();
 
 /// The URL of resource file @p name with extension @p type (no dot); owned by the caller.
-/// Null when there is no such file. @p subdirectory: null.
+/// Null when there is no such file, and in any @p subdirectory but null: there are none.
 CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringRef type,
                                  CFStringRef subdirectory);
 

@@ -14,12 +14,8 @@ static constexpr std::size_t leastRoom = 4096;
 static constexpr std::chrono::milliseconds patience{250};
 
 FMOD_RESULT Stream::Open(const char* path, std::unique_ptr<Stream>& stream) {
-    std::unique_ptr<File> file;
-    FMOD_RESULT result = File::Open(path, file);
-    std::unique_ptr<Mp3Decoder> decoder;
-    if (result == FMOD_OK) {
-        result = Mp3Decoder::Open(std::move(file), decoder);
-    }
+    std::unique_ptr<Decoder> decoder;
+    const FMOD_RESULT result = Decoder::Open(path, decoder);
     if (result == FMOD_OK) {
         stream.reset(new Stream(std::move(decoder)));
         stream->StartDecoding();
@@ -27,7 +23,7 @@ FMOD_RESULT Stream::Open(const char* path, std::unique_ptr<Stream>& stream) {
     return result;
 }
 
-Stream::Stream(std::unique_ptr<Mp3Decoder> openDecoder)
+Stream::Stream(std::unique_ptr<Decoder> openDecoder)
     : decoder(std::move(openDecoder)), ring(ringFrames) {}
 
 Stream::~Stream() {
@@ -47,8 +43,6 @@ FMOD_RESULT Stream::Rewind() {
 }
 
 void Stream::StartDecoding() {
-    resampler.reset();
-    BeginRate(decoder->RateHz());
     stopping = false;
     thread = std::thread(&Stream::Run, this);
 }
@@ -101,41 +95,15 @@ void Stream::Run() {
 // Puts the next frames into `decoded`; false when there are no more.
 bool Stream::DecodeMore() {
     decoded.clear();
-    std::span<const float> frames;
-    const Mp3Decoder::Progress progress = decoder->Decode(frames);
-    if (progress == Mp3Decoder::Progress::Frames) {
-        Convert(frames);
+    const Decoder::Progress progress = decoder->Read(decoded);
+    if (progress == Decoder::Progress::Frames) {
         return true;
     }
-    BeginRate(outputRateHz);
     if (WriteAll()) {
-        const bool ended = progress == Mp3Decoder::Progress::End;
+        const bool ended = progress == Decoder::Progress::End;
         supply.store(ended ? Supply::Ended : Supply::Broken, std::memory_order_release);
     }
     return false;
-}
-
-void Stream::Convert(std::span<const float> frames) {
-    if (decoder->RateHz() != rateHz) {
-        BeginRate(decoder->RateHz());
-    }
-    if (resampler) {
-        resampler->Process(frames, decoded);
-    } else {
-        decoded.insert(decoded.end(), frames.begin(), frames.end());
-    }
-}
-
-// After the rest of what had another rate.
-void Stream::BeginRate(int nextRateHz) {
-    if (resampler) {
-        resampler->Finish(decoded);
-        resampler.reset();
-    }
-    if (nextRateHz != outputRateHz) {
-        resampler.emplace(nextRateHz);
-    }
-    rateHz = nextRateHz;
 }
 
 // Moves `decoded` to the ring as room is made there; false when asked to stop.

@@ -1,9 +1,8 @@
 // A file being decoded in the background, some way ahead of the output.
 #pragma once
 
-#include "Mp3Decoder.h"
+#include "Decoder.h"
 #include "Output.h"
-#include "Resampler.h"
 #include "Ring.h"
 
 #include <FMOD/FMOD.h>
@@ -13,8 +12,6 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
-#include <optional>
-#include <span>
 #include <thread>
 #include <vector>
 
@@ -48,20 +45,16 @@ public:
     void WaitUntilReady(std::size_t count, std::chrono::milliseconds limit);
 
 private:
-    explicit Stream(std::unique_ptr<Mp3Decoder> openDecoder);
+    explicit Stream(std::unique_ptr<Decoder> openDecoder);
     void StartDecoding();
     void StopDecoding();
     void Run();
     bool DecodeMore();
-    void Convert(std::span<const float> frames);
-    void BeginRate(int nextRateHz);
     bool WriteAll();
     void TellWaiting();
 
-    std::unique_ptr<Mp3Decoder> decoder;
-    std::optional<Resampler> resampler; // none: what is decoded has the output's rate
-    int rateHz = outputRateHz;          // of what is decoded
-    std::vector<float> decoded;         // on its way from the decoder to the ring
+    std::unique_ptr<Decoder> decoder;
+    std::vector<float> decoded; // on its way from the decoder to the ring
     Ring ring;
     std::atomic<Supply> supply{Supply::Decoding};
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # What the full-screen tests share. Sourced first.
 # shellcheck source=script/lib/show.sh
-. "$(dirname "${BASH_SOURCE[0]}")/../../../script/lib/show.sh"
+. "$(dirname "${BASH_SOURCE[0]}")/../../../../script/lib/show.sh"
 
 # desktop: all of it that a full-screen program could leave changed.
 desktop() {

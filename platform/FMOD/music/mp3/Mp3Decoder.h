@@ -1,6 +1,7 @@
 // MP3 file -> stereo frames at the file's own rate.
 #pragma once
 
+#include "Decoder.h"
 #include "File.h"
 
 #include <FMOD/FMOD.h>
@@ -18,7 +19,7 @@ namespace sound {
 /// ends. Where that breaks off, for damage, tags or another rate, the next stream is looked for.
 class Mp3Decoder {
 public:
-    enum class Progress { Frames, End, Failed };
+    using Progress = Decoder::Progress;
 
     /// FMOD_ERR_FORMAT: not an MP3 file. Looks at a bounded number of bytes, however long the file.
     static FMOD_RESULT Open(std::unique_ptr<File> file, std::unique_ptr<Mp3Decoder>& decoder);

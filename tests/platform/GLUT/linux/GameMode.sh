@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Full screen on a server with game mode: a real one, on a driver without a monitor. Argument: the
 # case to run; ends with 77 where such a server cannot run.
-# shellcheck source=tests/platform/GLUT/full-screen.sh
+# shellcheck source=tests/platform/GLUT/linux/full-screen.sh
 . "$(dirname "$0")/full-screen.sh"
 
 what='game mode 1280x1024 at 0,0, cursor hidden'

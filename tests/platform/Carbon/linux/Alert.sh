@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Alert boxes answered as a viewer answers them. Argument: the case to run.
 # shellcheck source=script/lib/show.sh
-. "$(dirname "$0")/../../../script/lib/show.sh"
+. "$(dirname "$0")/../../../../script/lib/show.sh"
 
 box='"Skovra" (1)'
 yes='question: created yes, run yes, item 1, 1.5'

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Full screen on a server without game mode. Argument: the case to run.
-# shellcheck source=tests/platform/GLUT/full-screen.sh
+# shellcheck source=tests/platform/GLUT/linux/full-screen.sh
 . "$(dirname "$0")/full-screen.sh"
 
 is_full_screen() {
