@@ -29,6 +29,15 @@ FMOD_RESULT Call(const std::string& operation, const void* object, const std::by
     return Result(operation);
 }
 
+/// Hands @p value over if the operation succeeded.
+template <typename Value>
+FMOD_RESULT Answer(FMOD_RESULT result, Value& place, const Value& value) {
+    if (result == FMOD_OK) {
+        place = value;
+    }
+    return result;
+}
+
 template <typename Value>
 Value Next(std::deque<Value>& sequence) {
     const Value value = sequence.front();
@@ -83,11 +92,8 @@ FMOD_RESULT System::update() {
 }
 
 FMOD_RESULT System::getVersion(unsigned int* version) {
-    const FMOD_RESULT result = Call("FMOD::System::getVersion", this, systemPlace);
-    if (result == FMOD_OK) {
-        *version = doubles::fmod.version;
-    }
-    return result;
+    return Answer(Call("FMOD::System::getVersion", this, systemPlace), *version,
+                  doubles::fmod.version);
 }
 
 FMOD_RESULT System::createSound(const char* path, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO* exInfo,
@@ -105,14 +111,11 @@ FMOD_RESULT System::createSound(const char* path, FMOD_MODE mode, FMOD_CREATESOU
 
 FMOD_RESULT System::playSound(FMOD_CHANNELINDEX index, Sound* sound, bool paused,
                               Channel** channel) {
-    const FMOD_RESULT result =
+    return Answer(
         Call("FMOD::System::playSound", this, systemPlace,
              Word{index == FMOD_CHANNEL_FREE ? "FMOD_CHANNEL_FREE" : std::to_string(index)},
-             Pointer(sound, soundPlace, "sound"), paused);
-    if (result == FMOD_OK) {
-        *channel = reinterpret_cast<Channel*>(channelPlace);
-    }
-    return result;
+             Pointer(sound, soundPlace, "sound"), paused),
+        *channel, reinterpret_cast<Channel*>(channelPlace));
 }
 
 FMOD_RESULT System::getSpectrum(float* spectrum, int numValues, int channelOffset,
@@ -137,43 +140,27 @@ FMOD_RESULT Channel::setVolume(float volume) {
 }
 
 FMOD_RESULT Channel::setMute(bool mute) {
-    const FMOD_RESULT result = Call("FMOD::Channel::setMute", this, channelPlace, mute);
-    if (result == FMOD_OK) {
-        doubles::fmod.mute = mute;
-    }
-    return result;
+    return Answer(Call("FMOD::Channel::setMute", this, channelPlace, mute), doubles::fmod.mute,
+                  mute);
 }
 
 FMOD_RESULT Channel::getMute(bool* mute) {
-    const FMOD_RESULT result = Call("FMOD::Channel::getMute", this, channelPlace);
-    if (result == FMOD_OK) {
-        *mute = doubles::fmod.mute;
-    }
-    return result;
+    return Answer(Call("FMOD::Channel::getMute", this, channelPlace), *mute, doubles::fmod.mute);
 }
 
 FMOD_RESULT Channel::setPaused(bool paused) {
-    const FMOD_RESULT result = Call("FMOD::Channel::setPaused", this, channelPlace, paused);
-    if (result == FMOD_OK) {
-        doubles::fmod.paused = paused;
-    }
-    return result;
+    return Answer(Call("FMOD::Channel::setPaused", this, channelPlace, paused),
+                  doubles::fmod.paused, paused);
 }
 
 FMOD_RESULT Channel::getPaused(bool* paused) {
-    const FMOD_RESULT result = Call("FMOD::Channel::getPaused", this, channelPlace);
-    if (result == FMOD_OK) {
-        *paused = doubles::fmod.paused;
-    }
-    return result;
+    return Answer(Call("FMOD::Channel::getPaused", this, channelPlace), *paused,
+                  doubles::fmod.paused);
 }
 
 FMOD_RESULT Channel::isPlaying(bool* playing) {
-    const FMOD_RESULT result = Call("FMOD::Channel::isPlaying", this, channelPlace);
-    if (result == FMOD_OK) {
-        *playing = doubles::fmod.playing;
-    }
-    return result;
+    return Answer(Call("FMOD::Channel::isPlaying", this, channelPlace), *playing,
+                  doubles::fmod.playing);
 }
 
 FMOD_RESULT Channel::getPosition(unsigned int* position, FMOD_TIMEUNIT unit) {

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 #include <string>
 
@@ -20,45 +21,20 @@ protected:
         return EffectsOf([&] { vertex.DrawVertex(); });
     }
 
-    static void ExpectColourless(const engine::Vertex& vertex) {
-        EXPECT_EQ(vertex.r, 0.0F);
-        EXPECT_EQ(vertex.g, 0.0F);
-        EXPECT_EQ(vertex.b, 0.0F);
+    /// Has these values, and no colour.
+    static void ExpectMade(const engine::Vertex& vertex, const std::array<float, 5>& values,
+                           bool hasTexCoord) {
+        EXPECT_EQ((std::array{vertex.x, vertex.y, vertex.z, vertex.s, vertex.t}), values);
+        EXPECT_EQ(vertex.hasTexCoord, hasTexCoord);
+        EXPECT_EQ((std::array{vertex.r, vertex.g, vertex.b}), (std::array{0.0F, 0.0F, 0.0F}));
         EXPECT_FALSE(vertex.hasColour);
     }
 };
 
-TEST_F(VertexTest, IsMadeOfZeros) {
-    const engine::Vertex vertex;
-    EXPECT_EQ(vertex.x, 0.0F);
-    EXPECT_EQ(vertex.y, 0.0F);
-    EXPECT_EQ(vertex.z, 0.0F);
-    EXPECT_EQ(vertex.s, 0.0F);
-    EXPECT_EQ(vertex.t, 0.0F);
-    EXPECT_FALSE(vertex.hasTexCoord);
-    ExpectColourless(vertex);
-}
-
-TEST_F(VertexTest, IsMadeOfAPosition) {
-    const engine::Vertex vertex(1, 2, 3);
-    EXPECT_EQ(vertex.x, 1.0F);
-    EXPECT_EQ(vertex.y, 2.0F);
-    EXPECT_EQ(vertex.z, 3.0F);
-    EXPECT_EQ(vertex.s, 0.0F);
-    EXPECT_EQ(vertex.t, 0.0F);
-    EXPECT_FALSE(vertex.hasTexCoord);
-    ExpectColourless(vertex);
-}
-
-TEST_F(VertexTest, IsMadeOfAPositionAndATextureCoordinate) {
-    const engine::Vertex vertex(1, 2, 3, 0.25F, 0.75F);
-    EXPECT_EQ(vertex.x, 1.0F);
-    EXPECT_EQ(vertex.y, 2.0F);
-    EXPECT_EQ(vertex.z, 3.0F);
-    EXPECT_EQ(vertex.s, 0.25F);
-    EXPECT_EQ(vertex.t, 0.75F);
-    EXPECT_TRUE(vertex.hasTexCoord);
-    ExpectColourless(vertex);
+TEST_F(VertexTest, IsMadeOfZerosAPositionOrThatAndATextureCoordinate) {
+    ExpectMade(engine::Vertex(), {0, 0, 0, 0, 0}, false);
+    ExpectMade(engine::Vertex(1, 2, 3), {1, 2, 3, 0, 0}, false);
+    ExpectMade(engine::Vertex(1, 2, 3, 0.25F, 0.75F), {1, 2, 3, 0.25F, 0.75F}, true);
 }
 
 TEST_F(VertexTest, HasItsFieldsInOrder) {
