@@ -1,5 +1,7 @@
 #include "ExpectedScene.h"
 
+#include "Box.h"
+
 #include "Effects.h"
 
 #include <cstddef>
@@ -19,6 +21,21 @@ float Average(const doubles::Spectrum& spectrum, std::size_t from, std::size_t t
         sum += spectrum[band];
     }
     return sum / static_cast<float>(to - from);
+}
+
+std::string SquareLines(float width, float height) {
+    return doubles::Lines({
+        "glBegin(GL_QUADS)",
+        "glTexCoord2f(1, 0)",
+        "glVertex3f(" + Text(width) + ", " + Text(height) + ", 0)",
+        "glTexCoord2f(0, 0)",
+        "glVertex3f(0, " + Text(height) + ", 0)",
+        "glTexCoord2f(0, 1)",
+        "glVertex3f(0, 0, 0)",
+        "glTexCoord2f(1, 1)",
+        "glVertex3f(" + Text(width) + ", 0, 0)",
+        "glEnd()",
+    });
 }
 
 std::string PictureLines(unsigned int texture) {
@@ -48,56 +65,7 @@ std::string BarLines(const doubles::Spectrum& spectrum) {
     return lines;
 }
 
-/// The box as it is made: of edge 2, black, untextured.
-std::string BoxLines() {
-    return doubles::Lines({
-        "glBegin(GL_QUADS)",     "glColor3f(0, 0, 0)",
-        "glTexCoord2f(0, 1)",    "glVertex3f(-1, 1, -1)",
-        "glTexCoord2f(1, 1)",    "glVertex3f(1, 1, -1)",
-        "glTexCoord2f(1, 0)",    "glVertex3f(1, -1, -1)",
-        "glTexCoord2f(0, 0)",    "glVertex3f(-1, -1, -1)",
-        "glColor3f(0, 0, 0)",    "glTexCoord2f(1, 1)",
-        "glVertex3f(1, 1, 1)",   "glTexCoord2f(1, 0)",
-        "glVertex3f(1, -1, 1)",  "glTexCoord2f(0, 0)",
-        "glVertex3f(1, -1, -1)", "glTexCoord2f(0, 1)",
-        "glVertex3f(1, 1, -1)",  "glColor3f(0, 0, 0)",
-        "glTexCoord2f(0, 1)",    "glVertex3f(-1, 1, 1)",
-        "glTexCoord2f(0, 0)",    "glVertex3f(-1, -1, 1)",
-        "glTexCoord2f(1, 0)",    "glVertex3f(-1, -1, -1)",
-        "glTexCoord2f(1, 1)",    "glVertex3f(-1, 1, -1)",
-        "glColor3f(0, 0, 0)",    "glTexCoord2f(0, 1)",
-        "glVertex3f(-1, 1, 1)",  "glTexCoord2f(1, 1)",
-        "glVertex3f(1, 1, 1)",   "glTexCoord2f(1, 0)",
-        "glVertex3f(1, 1, -1)",  "glTexCoord2f(0, 0)",
-        "glVertex3f(-1, 1, -1)", "glColor3f(0, 0, 0)",
-        "glTexCoord2f(0, 0)",    "glVertex3f(-1, -1, 1)",
-        "glTexCoord2f(1, 0)",    "glVertex3f(1, -1, 1)",
-        "glTexCoord2f(1, 1)",    "glVertex3f(1, -1, -1)",
-        "glTexCoord2f(0, 1)",    "glVertex3f(-1, -1, -1)",
-        "glTexCoord2f(0, 1)",    "glVertex3f(-1, 1, 1)",
-        "glTexCoord2f(1, 1)",    "glVertex3f(1, 1, 1)",
-        "glTexCoord2f(1, 0)",    "glVertex3f(1, -1, 1)",
-        "glTexCoord2f(0, 0)",    "glVertex3f(-1, -1, 1)",
-        "glColor3f(0, 0, 0)",    "glEnd()",
-    });
-}
-
 } // namespace
-
-std::string SquareLines(float width, float height) {
-    return doubles::Lines({
-        "glBegin(GL_QUADS)",
-        "glTexCoord2f(1, 0)",
-        "glVertex3f(" + Text(width) + ", " + Text(height) + ", 0)",
-        "glTexCoord2f(0, 0)",
-        "glVertex3f(0, " + Text(height) + ", 0)",
-        "glTexCoord2f(0, 1)",
-        "glVertex3f(0, 0, 0)",
-        "glTexCoord2f(1, 1)",
-        "glVertex3f(" + Text(width) + ", 0, 0)",
-        "glEnd()",
-    });
-}
 
 std::string Lines(const ExpectedScene& scene) {
     const auto level = [&](std::size_t from, std::size_t to) {
@@ -140,7 +108,8 @@ std::string Lines(const ExpectedScene& scene) {
                "glRotatef(" + Text(scene.rotate[2]) + ", 0, 1, 0)",
                "glScalef(0.2, 0.4, 0.3)",
            }) +
-           BoxLines() + doubles::Lines({"glColor3f(0, 0, 0)"});
+           doubles::EffectsOf([] { engine::Box().DrawBox(); }) +
+           doubles::Lines({"glColor3f(0, 0, 0)"});
 }
 
 doubles::Spectrum QuadraticSpectrum() {

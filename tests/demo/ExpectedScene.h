@@ -16,9 +16,6 @@ struct ExpectedScene {
 /// A whole Scene1, with a box as the loader makes it.
 std::string Lines(const ExpectedScene& scene);
 
-/// A quad of DrawSquare.
-std::string SquareLines(float width, float height);
-
 /// A spectrum of bands that all differ, as do the sums over any neighbouring ones:
 /// band b is b * b / 65536.
 doubles::Spectrum QuadraticSpectrum();

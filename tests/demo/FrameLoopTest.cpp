@@ -4,17 +4,16 @@
 #include "Loader.h"
 #include "main.h"
 
+#include "Box.h"
 #include "DemoEngine.h"
 #include "FmodEngine.h"
-#include "TimeEngine.h"
 
 #include "Effects.h"
 #include "ExpectedScene.h"
 #include "Fmod.h"
-#include "OpenGL.h"
+#include "Glpng.h"
 #include "ShowFixture.h"
 
-#include <GL/gl.h>
 #include <gmock/gmock.h>
 
 #include <optional>
@@ -54,22 +53,6 @@ std::string FrameEnd() {
     return doubles::Lines({"glPopMatrix()", "glutSwapBuffers()"});
 }
 
-/// The calls that load @p name with the texture manager.
-std::string TextureLoading(const std::string& name) {
-    return doubles::Lines({
-        "CFStringCreateWithCString(kCFAllocatorDefault, \"" + name +
-            "\", kCFStringEncodingMacRoman)",
-        "CFStringCreateWithCString(kCFAllocatorDefault, \"png\", kCFStringEncodingMacRoman)",
-        "CFBundleCopyResourceURL(main bundle, \"" + name + "\", \"png\", null)",
-        "CFURLGetFileSystemRepresentation(\"/resources/" + name + ".png\", true, 1024)",
-        "CFRelease(\"" + name + "\")",
-        "CFRelease(\"png\")",
-        "CFRelease(\"/resources/" + name + ".png\")",
-        "pngBind(\"/resources/" + name +
-            ".png\", PNG_NOMIPMAPS, PNG_ALPHA, info, GL_REPEAT, GL_LINEAR, GL_LINEAR)",
-    });
-}
-
 class FrameLoopTest : public ShowFixture {
 protected:
     FrameLoopTest() {
@@ -94,38 +77,12 @@ protected:
 
 TEST_F(FrameLoopTest, FirstFrameLoadsAndThenDraws) {
     doubles::fmod.spectra = {QuadraticSpectrum()};
+    const std::string loading = EffectsOf([] { Loader(); });
+    delete kasse;
+    loaded = 0;
+    doubles::glpng.nextName = 1;
     EXPECT_EQ(Frame(),
-              doubles::Lines({
-                  R"(print "Setting OpenGL settings\n")",
-                  R"(glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA))",
-                  R"(glAlphaFunc(GL_GREATER, 0.1))",
-                  R"(glClearColor(0, 0, 0, 0))",
-                  R"(glEnable(GL_DEPTH_TEST))",
-                  R"(glEnable(GL_TEXTURE_2D))",
-                  R"(glClearDepth(9))",
-                  R"(glDepthFunc(GL_LEQUAL))",
-                  R"(glHint(GL_PERSPECTIVE_CORRECTION_HINT, GL_NICEST))",
-                  R"(glDisable(GL_LIGHT0))",
-                  R"(glLightModelfv(GL_LIGHT_MODEL_AMBIENT, {0.6, 0.6, 0.6, 1}))",
-                  R"(glLightfv(GL_LIGHT0, GL_DIFFUSE, {0.6, 0.6, 0.6, 1}))",
-                  R"(glLightfv(GL_LIGHT0, GL_SPECULAR, {1, 1, 1, 1}))",
-                  R"(glLightfv(GL_LIGHT0, GL_POSITION, {0, 50, 0, 1}))",
-                  R"(glLightf(GL_LIGHT0, GL_SPOT_CUTOFF, 60))",
-                  R"(glEnable(GL_LIGHT0))",
-                  R"(glEnable(GL_COLOR_MATERIAL))",
-                  R"(glColorMaterial(GL_FRONT, GL_AMBIENT_AND_DIFFUSE))",
-                  R"(glMaterialfv(GL_FRONT, GL_SPECULAR, {1, 1, 1, 1}))",
-                  R"(glMateriali(GL_FRONT, GL_SHININESS, 128))",
-                  R"(print "Loading Textures...\n")",
-              }) + TextureLoading("texture") +
-                  TextureLoading("skovr") + TextureLoading("credits") +
-                  doubles::Lines({
-                      R"(glColor3f(1, 1, 1))",
-                      R"(FMOD::System::playSound(FMOD_CHANNEL_FREE, sound, false))",
-                      R"(FMOD::System::update())",
-                      R"(FMOD::System::update())",
-                  }) +
-                  FrameBeginning() +
+              loading + FrameBeginning() +
                   Lines(ExpectedScene{skovr, QuadraticSpectrum(), {0.1F, 0.2F, 0.3F}, 0.005F}) +
                   FrameEnd());
 }
@@ -155,12 +112,6 @@ TEST_F(FrameLoopTest, LoaderRunsInTheFirstOfManyFramesOnly) {
     EXPECT_EQ(doubles::Count("glutSwapBuffers", effects), 20);
 }
 
-TEST_F(FrameLoopTest, FrameAsksForThePositionFourTimesAndThreeTimesWithoutAPicture) {
-    FrameAt(0);
-    EXPECT_EQ(doubles::Count("FMOD::Channel::getPosition", FrameAt(29999)), 4);
-    EXPECT_EQ(doubles::Count("FMOD::Channel::getPosition", FrameAt(30000)), 3);
-}
-
 TEST_F(FrameLoopTest, ScenesSeeTheSecondSpectrumOfAFrame) {
     FrameAt(0);
     doubles::Spectrum first{};
@@ -184,41 +135,25 @@ TEST_F(FrameLoopTest, TracesADigitForEveryFrame) {
               "110");
 }
 
-TEST_F(FrameLoopTest, FrameTicksTheClock) {
+TEST_F(FrameLoopTest, DrawsUpTo33000AndAtPositionsThatAreNegativeWhenSigned) {
     FrameAt(0);
-    FrameAt(1000);
-    FrameAt(1040);
-    EXPECT_EQ(demo->time->curTime, 1040);
-    EXPECT_EQ(demo->time->deltaTime, 40);
+    for (const unsigned int positionMs : {33000U, 0x80000000U, 0xFFFFFFFFU}) {
+        EXPECT_EQ(doubles::Count("glutSwapBuffers", FrameAt(positionMs)), 1) << positionMs;
+    }
 }
 
-TEST_F(FrameLoopTest, DrawsAtExactly33000) {
+TEST_F(FrameLoopTest, EndsFrom33001OnBeforeAnythingIsCleared) {
     FrameAt(0);
-    EXPECT_EQ(doubles::Count("glutSwapBuffers", FrameAt(33000)), 1);
-}
-
-TEST_F(FrameLoopTest, EndsAt33001BeforeAnythingIsCleared) {
-    FrameAt(0);
-    doubles::fmod.positions = {33001};
-    EXPECT_EXIT(DrawUntilExit(), ExitedWithCode(0),
-                Eq(doubles::Lines({
-                    R"(FMOD::Channel::isPlaying())",
-                    R"(print "1")",
-                    R"(FMOD::Channel::getPosition(FMOD_TIMEUNIT_MS))",
-                    R"(ShowCursor())",
-                })));
-}
-
-TEST_F(FrameLoopTest, EndsAtTheLargestSignedPosition) {
-    FrameAt(0);
-    doubles::fmod.positions = {0x7FFFFFFFU};
-    EXPECT_EXIT(DrawUntilExit(), ExitedWithCode(0), HasSubstr("ShowCursor()"));
-}
-
-TEST_F(FrameLoopTest, PositionsThatAreNegativeWhenSignedDoNotEndTheShow) {
-    FrameAt(0);
-    EXPECT_EQ(doubles::Count("glutSwapBuffers", FrameAt(0x80000000U)), 1);
-    EXPECT_EQ(doubles::Count("glutSwapBuffers", FrameAt(0xFFFFFFFFU)), 1);
+    for (const unsigned int positionMs : {33001U, 0x7FFFFFFFU}) {
+        doubles::fmod.positions = {positionMs};
+        EXPECT_EXIT(DrawUntilExit(), ExitedWithCode(0),
+                    Eq(doubles::Lines({
+                        R"(FMOD::Channel::isPlaying())",
+                        R"(print "1")",
+                        R"(FMOD::Channel::getPosition(FMOD_TIMEUNIT_MS))",
+                        R"(ShowCursor())",
+                    })));
+    }
 }
 
 TEST_F(FrameLoopTest, FirstFrameAlreadyEndsWhenThePositionHasPassed) {
@@ -232,14 +167,6 @@ TEST_F(FrameLoopTest, MusicThatIsOverDoesNotEndTheShowByItself) {
     FrameAt(0);
     doubles::fmod.playing = false;
     EXPECT_EQ(doubles::Count("glutSwapBuffers", FrameAt(20000)), 1);
-}
-
-TEST_F(FrameLoopTest, BlendingAndTexturingAreEnabledAgainInEveryFrame) {
-    FrameAt(0);
-    doubles::openGL.enabled.clear();
-    EffectsOf([] { DrawWhat(); });
-    EXPECT_TRUE(doubles::openGL.enabled.contains(GL_BLEND));
-    EXPECT_TRUE(doubles::openGL.enabled.contains(GL_TEXTURE_2D));
 }
 
 TEST_F(FrameLoopTest, RefusedSpectrumAndUpdateDoNotEndTheShow) {

@@ -12,10 +12,8 @@
 #include "Effects.h"
 #include "ExpectedScene.h"
 #include "Fmod.h"
-#include "OpenGL.h"
 #include "ShowFixture.h"
 
-#include <GL/gl.h>
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -60,10 +58,6 @@ protected:
 TEST_F(Scene1Test, DrawsPictureBarsAndBoxInOrder) {
     SetSpectrum(QuadraticSpectrum());
     EXPECT_EQ(SceneAt({0}), Lines(First(skovr, QuadraticSpectrum())));
-}
-
-TEST_F(Scene1Test, SilenceDrawsFlatBarsAndTheBoxAtItsPlace) {
-    EXPECT_EQ(SceneAt({0}), Lines(First(skovr)));
 }
 
 TEST_F(Scene1Test, ShowsTheTitleUntil14999AndTheCreditsFrom15000) {
@@ -169,29 +163,6 @@ TEST_F(Scene1Test, DrawsTheBoxThatTheLoaderMade) {
                                    "glIsEnabled(GL_TEXTURE_2D)\n"
                                    "glBindTexture(GL_TEXTURE_2D, 77)\n"));
     EXPECT_THAT(effects, HasSubstr("glVertex3f(-3, 1, -1)\n"));
-}
-
-TEST_F(Scene1Test, LeavesTexturingEnabled) {
-    for (const unsigned int position : {0U, 30000U}) {
-        doubles::openGL.enabled.clear();
-        SceneAt({position});
-        EXPECT_TRUE(doubles::openGL.enabled.contains(GL_TEXTURE_2D)) << position;
-    }
-}
-
-TEST_F(Scene1Test, DrawSquareDrawsAQuadWithThePictureUpright) {
-    EXPECT_EQ(EffectsOf([] { DrawSquare(20, 15); }), doubles::Lines({
-                                                         "glBegin(GL_QUADS)",
-                                                         "glTexCoord2f(1, 0)",
-                                                         "glVertex3f(20, 15, 0)",
-                                                         "glTexCoord2f(0, 0)",
-                                                         "glVertex3f(0, 15, 0)",
-                                                         "glTexCoord2f(0, 1)",
-                                                         "glVertex3f(0, 0, 0)",
-                                                         "glTexCoord2f(1, 1)",
-                                                         "glVertex3f(20, 0, 0)",
-                                                         "glEnd()",
-                                                     }));
 }
 
 TEST_F(Scene1Test, DrawSquareNarrowsToSinglePrecision) {

@@ -43,7 +43,7 @@ protected:
     }
 };
 
-TEST_F(BoxTest, IsMadeAsAFallingUntexturedCubeOfEdge2) {
+TEST_F(BoxTest, IsMadeAsAFallingBlackUntexturedCubeOfEdge2) {
     const engine::Box box;
     EXPECT_EQ(box.width, 1.0F);
     EXPECT_EQ(box.height, 1.0F);
@@ -51,13 +51,7 @@ TEST_F(BoxTest, IsMadeAsAFallingUntexturedCubeOfEdge2) {
     EXPECT_EQ(box.pulse, 0.0F);
     EXPECT_FALSE(box.growing);
     EXPECT_EQ(box.texture, 0);
-}
-
-TEST_F(BoxTest, IsMadeWithoutRedInItsFirstThreeRows) {
-    const engine::Box box;
-    EXPECT_EQ(box.colour[0][0], 0.0F);
-    EXPECT_EQ(box.colour[1][0], 0.0F);
-    EXPECT_EQ(box.colour[2][0], 0.0F);
+    EXPECT_THAT(box.colour, testing::Each(testing::Each(0.0F)));
 }
 
 TEST_F(BoxTest, HasItsFieldsInOrder) {
