@@ -95,6 +95,7 @@ void glutPostRedisplay() {
 
 void glutSwapBuffers() {
     Record("glutSwapBuffers");
+    ++glut.presentedFrames;
 }
 
 void glutMainLoop() {

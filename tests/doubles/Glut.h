@@ -20,6 +20,8 @@ struct GlutScript {
     void (*timer)(int value) = nullptr; ///< armed last
     int timerValue = 0;
 
+    int presentedFrames = 0;
+
     std::map<void (*)(), std::string> names; ///< how callbacks are written, see NameCallback
 };
 

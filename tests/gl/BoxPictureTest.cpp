@@ -115,34 +115,28 @@ TEST_F(BoxPicture, ReachesAsDeepAsItsHalfDepth) {
     EXPECT_TRUE(PixelIs(picture, 40, 32, black));
 }
 
-TEST_F(BoxPicture, HasItsFifthRowInFront) {
-    engine::Box box = ColouredBox();
-    EXPECT_TRUE(PixelIs(Draw(box, 0, 0, 1), 32, 32, ColourOfRow(5)));
-}
-
-TEST_F(BoxPicture, HasRowZeroAtTheBack) {
-    engine::Box box = ColouredBox();
-    EXPECT_TRUE(PixelIs(Draw(box, 180, 0, 1), 32, 32, ColourOfRow(0)));
-}
-
-TEST_F(BoxPicture, HasRowFourAtTheRight) {
-    engine::Box box = ColouredBox();
-    EXPECT_TRUE(PixelIs(Draw(box, -90, 0, 1), 32, 32, ColourOfRow(4)));
-}
-
-TEST_F(BoxPicture, HasRowTwoAtTheLeft) {
-    engine::Box box = ColouredBox();
-    EXPECT_TRUE(PixelIs(Draw(box, 90, 0, 1), 32, 32, ColourOfRow(2)));
-}
-
-TEST_F(BoxPicture, HasRowThreeOnTop) {
-    engine::Box box = ColouredBox();
-    EXPECT_TRUE(PixelIs(Draw(box, 90, 1, 0), 32, 32, ColourOfRow(3)));
-}
-
-TEST_F(BoxPicture, HasItsFifthRowBelow) {
-    engine::Box box = ColouredBox();
-    EXPECT_TRUE(PixelIs(Draw(box, -90, 1, 0), 32, 32, ColourOfRow(5)));
+TEST_F(BoxPicture, HasOnEachFaceARowOfItsColoursAndTheTextureInItsWay) {
+    const struct {
+        const char* name;
+        float degrees, x, y; // turned so, it is seen
+        int row;
+        Rgba quarters[4]; // of the texture
+    } faces[] = {
+        {"front", 0, 0, 1, 5, {blue, white, red, green}}, // upside down
+        {"back", 180, 0, 1, 0, {white, blue, green, red}},
+        {"right", -90, 0, 1, 4, {white, blue, green, red}},
+        {"left", 90, 0, 1, 2, {white, blue, green, red}},
+        {"top", 90, 1, 0, 3, {red, green, blue, white}}, // upright
+        {"bottom", -90, 1, 0, 5, {red, green, blue, white}},
+    };
+    engine::Box coloured = ColouredBox();
+    engine::Box textured = WhiteBox(MakeTexture());
+    for (const auto& [name, degrees, x, y, row, quarters] : faces) {
+        SCOPED_TRACE(name);
+        EXPECT_TRUE(PixelIs(Draw(coloured, degrees, x, y), 32, 32, ColourOfRow(row)));
+        ExpectQuarters(Draw(textured, degrees, x, y), quarters[0], quarters[1], quarters[2],
+                       quarters[3]);
+    }
 }
 
 TEST_F(BoxPicture, LeavesRowOneCurrent) {
@@ -165,36 +159,6 @@ TEST_F(BoxPicture, IsBlackAsMade) {
 
     EXPECT_TRUE(PixelIs(picture, 32, 32, black));
     EXPECT_TRUE(PixelIs(picture, 5, 5, white));
-}
-
-TEST_F(BoxPicture, HasTheTextureUpsideDownInFront) {
-    engine::Box box = WhiteBox(MakeTexture());
-    ExpectQuarters(Draw(box, 0, 0, 1), blue, white, red, green);
-}
-
-TEST_F(BoxPicture, HasTheTextureTurnedAroundAtTheBack) {
-    engine::Box box = WhiteBox(MakeTexture());
-    ExpectQuarters(Draw(box, 180, 0, 1), white, blue, green, red);
-}
-
-TEST_F(BoxPicture, HasTheTextureTurnedAroundAtTheRight) {
-    engine::Box box = WhiteBox(MakeTexture());
-    ExpectQuarters(Draw(box, -90, 0, 1), white, blue, green, red);
-}
-
-TEST_F(BoxPicture, HasTheTextureTurnedAroundAtTheLeft) {
-    engine::Box box = WhiteBox(MakeTexture());
-    ExpectQuarters(Draw(box, 90, 0, 1), white, blue, green, red);
-}
-
-TEST_F(BoxPicture, HasTheTextureUprightOnTop) {
-    engine::Box box = WhiteBox(MakeTexture());
-    ExpectQuarters(Draw(box, 90, 1, 0), red, green, blue, white);
-}
-
-TEST_F(BoxPicture, HasTheTextureUprightBelow) {
-    engine::Box box = WhiteBox(MakeTexture());
-    ExpectQuarters(Draw(box, -90, 1, 0), red, green, blue, white);
 }
 
 TEST_F(BoxPicture, TintsTheTextureWithItsColours) {

@@ -16,7 +16,10 @@ namespace {
 
 using Floats = std::array<float, 4>;
 
-class RealOpenGLState : public gltest::Show {};
+class RealOpenGLState : public gltest::Show {
+protected:
+    RealOpenGLState() { SetGL(); }
+};
 
 int Integer(GLenum parameter) {
     GLint value = -1;
@@ -55,15 +58,11 @@ bool IsEnabled(GLenum capability) {
 } // namespace
 
 TEST_F(RealOpenGLState, BlendsByTheSourcesAlpha) {
-    SetGL();
-
     EXPECT_EQ(Integer(GL_BLEND_SRC), GL_SRC_ALPHA);
     EXPECT_EQ(Integer(GL_BLEND_DST), GL_ONE_MINUS_SRC_ALPHA);
 }
 
 TEST_F(RealOpenGLState, WouldDropAlphaUpToATenth) {
-    SetGL();
-
     EXPECT_EQ(Integer(GL_ALPHA_TEST_FUNC), GL_GREATER);
     EXPECT_EQ(Float(GL_ALPHA_TEST_REF), 0.1F);
 }
@@ -79,22 +78,16 @@ TEST_F(RealOpenGLState, ClearsToTransparentBlackAndTheFarthestDepth) {
 }
 
 TEST_F(RealOpenGLState, TestsDepthAndLetsEqualDepthThrough) {
-    SetGL();
-
     EXPECT_TRUE(IsEnabled(GL_DEPTH_TEST));
     EXPECT_EQ(Integer(GL_DEPTH_FUNC), GL_LEQUAL);
 }
 
 TEST_F(RealOpenGLState, EnablesTexturesAndAsksForTheBestPerspective) {
-    SetGL();
-
     EXPECT_TRUE(IsEnabled(GL_TEXTURE_2D));
     EXPECT_EQ(Integer(GL_PERSPECTIVE_CORRECTION_HINT), GL_NICEST);
 }
 
 TEST_F(RealOpenGLState, DoesNotEnableLightingAlphaTestCullingOrBlending) {
-    SetGL();
-
     EXPECT_FALSE(IsEnabled(GL_LIGHTING));
     EXPECT_FALSE(IsEnabled(GL_ALPHA_TEST));
     EXPECT_FALSE(IsEnabled(GL_CULL_FACE));
@@ -102,8 +95,6 @@ TEST_F(RealOpenGLState, DoesNotEnableLightingAlphaTestCullingOrBlending) {
 }
 
 TEST_F(RealOpenGLState, LeavesShadingPolygonModeAndFogAtOpenGLsDefaults) {
-    SetGL();
-
     EXPECT_EQ(Integer(GL_SHADE_MODEL), GL_SMOOTH);
     std::array<GLint, 2> polygonModes = {};
     glGetIntegerv(GL_POLYGON_MODE, polygonModes.data());
@@ -112,15 +103,11 @@ TEST_F(RealOpenGLState, LeavesShadingPolygonModeAndFogAtOpenGLsDefaults) {
 }
 
 TEST_F(RealOpenGLState, MakesTheAmbientGreyTheLightsDiffuseColourToo) {
-    SetGL();
-
     EXPECT_EQ(FourFloats(GL_LIGHT_MODEL_AMBIENT), (Floats{0.6F, 0.6F, 0.6F, 1}));
     EXPECT_EQ(Light(GL_DIFFUSE), (Floats{0.6F, 0.6F, 0.6F, 1}));
 }
 
 TEST_F(RealOpenGLState, SetsTheRestOfTheLightAndLeavesItsAmbientAndDirectionAlone) {
-    SetGL();
-
     EXPECT_TRUE(IsEnabled(GL_LIGHT0));
     EXPECT_EQ(Light(GL_SPECULAR), (Floats{1, 1, 1, 1}));
     EXPECT_EQ(Light(GL_SPOT_CUTOFF)[0], 60.0F);
@@ -140,8 +127,6 @@ TEST_F(RealOpenGLState, PutsTheLightWhereTheModelViewMatrixTakesIt) {
 }
 
 TEST_F(RealOpenGLState, SetsTheFrontMaterialAndLetsTheColourDriveIt) {
-    SetGL();
-
     EXPECT_TRUE(IsEnabled(GL_COLOR_MATERIAL));
     EXPECT_EQ(Integer(GL_COLOR_MATERIAL_FACE), GL_FRONT);
     EXPECT_EQ(Integer(GL_COLOR_MATERIAL_PARAMETER), GL_AMBIENT_AND_DIFFUSE);
@@ -151,8 +136,6 @@ TEST_F(RealOpenGLState, SetsTheFrontMaterialAndLetsTheColourDriveIt) {
 }
 
 TEST_F(RealOpenGLState, OfTheLightIsTheSameWhenItIsActivatedAgain) {
-    SetGL();
-
     demo->light->ActivateLight();
 
     EXPECT_TRUE(IsEnabled(GL_LIGHT0));
@@ -163,7 +146,5 @@ TEST_F(RealOpenGLState, OfTheLightIsTheSameWhenItIsActivatedAgain) {
 }
 
 TEST_F(RealOpenGLState, RaisesNoError) {
-    SetGL();
-
     EXPECT_EQ(glGetError(), GLenum{GL_NO_ERROR});
 }

@@ -10,6 +10,8 @@
 #include "Display.h"
 #include "FmodEngine.h"
 
+#include "Glut.h"
+
 #include <filesystem>
 #include <iostream>
 
@@ -28,12 +30,13 @@ Show::Show(int wantedWidth, int wantedHeight)
       standardOutput(std::cout.rdbuf(trace.rdbuf())) {
     std::filesystem::remove_all(ResourceFolder());
     std::filesystem::create_directories(ResourceFolder());
-    if (demo == nullptr) { // like the show's, it lives as long as the process
+    if (demo == nullptr) {                // like the show's, it lives as long as the process
+        AddResource("synchtune.mp3", {}); // nobody looks into it
         demo = new engine::DemoEngine("Pictures");
         demo->SetFmod(new engine::FmodEngine("synchtune"));
     }
-    music = Music();
-    presentedFrames = 0;
+    doubles::fmod = {};
+    doubles::glut = {};
     StartAgain();
 }
 

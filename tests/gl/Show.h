@@ -1,10 +1,10 @@
 // The show's own objects, drawing into a real context with music as scripted.
 #pragma once
 
+#include "Fmod.h"
 #include "OffscreenContext.h"
 #include "Picture.h"
 #include "PngFile.h"
-#include "ShowServices.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +14,14 @@
 #include <string>
 
 namespace gltest {
+
+/// What the music answers from now on.
+inline void SetPosition(unsigned int ms) {
+    doubles::fmod.positions = {ms};
+}
+inline doubles::Spectrum& Spectrum() {
+    return doubles::fmod.spectra.front();
+}
 
 /// Before each test: nothing drawn yet, no resources, the music silent at its beginning.
 /// The resources lie beside the executable: one such test at a time.

@@ -3,6 +3,8 @@
 
 #include "FrameLoop.h"
 
+#include "Glut.h"
+
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
@@ -15,8 +17,6 @@
 
 #include <malloc.h>
 #include <unistd.h>
-
-using gltest::music;
 
 namespace {
 
@@ -35,9 +35,9 @@ protected:
 
     static void DrawOnePass() {
         for (std::size_t frame = 0; frame < framesOfAPass; ++frame) {
-            music.positionMs = static_cast<unsigned int>(33 * frame);
-            for (std::size_t band = 0; band < music.spectrum.size(); ++band) {
-                music.spectrum[band] = 0.001F * static_cast<float>((band + frame) % 100);
+            gltest::SetPosition(static_cast<unsigned int>(33 * frame));
+            for (std::size_t band = 0; band < gltest::Spectrum().size(); ++band) {
+                gltest::Spectrum()[band] = 0.001F * static_cast<float>((band + frame) % 100);
             }
             DrawGLScene();
             glFinish(); // as presenting a frame does
@@ -75,7 +75,7 @@ TEST_F(ShowMemory, IsTheSameAfterAThousandFramesAndAfter26000) {
     const Memory late = MemoryNow();
     std::printf("resident %ld, then %ld KiB; allocated %ld, then %ld KiB\n", early.residentKiB,
                 late.residentKiB, early.allocatedKiB, late.allocatedKiB);
-    EXPECT_EQ(gltest::presentedFrames, passes * framesOfAPass);
+    EXPECT_EQ(doubles::glut.presentedFrames, passes * framesOfAPass);
     EXPECT_LE(std::labs(late.residentKiB - early.residentKiB), 1024);
     EXPECT_LE(std::labs(late.allocatedKiB - early.allocatedKiB), 256);
 }

@@ -66,7 +66,7 @@ TEST_F(SquarePicture, ReachesFromTheOriginToWidthAndHeight) {
     EXPECT_TRUE(PixelIs(picture, 40, 32, black));
 }
 
-TEST_F(SquarePicture, ShowsAPicturesFirstRowAtTheTop) {
+TEST_F(SquarePicture, ShowsTheWholePictureOnceItsFirstRowAtTheTop) {
     BindPicture();
     glEnable(GL_TEXTURE_2D);
 
@@ -76,14 +76,6 @@ TEST_F(SquarePicture, ShowsAPicturesFirstRowAtTheTop) {
     EXPECT_TRUE(PixelIs(picture, 62, 1, green));
     EXPECT_TRUE(PixelIs(picture, 33, 30, blue));
     EXPECT_TRUE(PixelIs(picture, 62, 30, white));
-}
-
-TEST_F(SquarePicture, ShowsTheWholePictureOnce) {
-    BindPicture();
-    glEnable(GL_TEXTURE_2D);
-
-    const Picture picture = Draw(2, 2);
-
     EXPECT_TRUE(PixelIs(picture, 47, 15, red)); // the picture's middle is between these
     EXPECT_TRUE(PixelIs(picture, 48, 15, green));
     EXPECT_TRUE(PixelIs(picture, 47, 16, blue));
