@@ -45,6 +45,23 @@ std::string Describe(CFTypeRef object) {
     return "released";
 }
 
+std::string LookupLines(const std::string& name, const std::string& type) {
+    const std::string path = "/resources/" + name + "." + type;
+    const auto make = [](const std::string& text) {
+        return "CFStringCreateWithCString(kCFAllocatorDefault, " + Text(text) +
+               ", kCFStringEncodingMacRoman)";
+    };
+    return Lines({
+        make(name),
+        make(type),
+        "CFBundleCopyResourceURL(main bundle, " + Text(name) + ", " + Text(type) + ", null)",
+        "CFURLGetFileSystemRepresentation(" + Text(path) + ", true, 1024)",
+        "CFRelease(" + Text(name) + ")",
+        "CFRelease(" + Text(type) + ")",
+        "CFRelease(" + Text(path) + ")",
+    });
+}
+
 std::size_t UnreleasedObjects() {
     return strings.size() + urls.size();
 }

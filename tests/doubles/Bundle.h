@@ -24,6 +24,10 @@ extern BundleScript bundle;
 /// "released" for what is not, or no longer, an object.
 std::string Describe(CFTypeRef object);
 
+/// The calls by which the engine finds the resource @p name of @p type in /resources, as
+/// doubles::EffectsOf gives them.
+std::string LookupLines(const std::string& name, const std::string& type);
+
 /// How many strings and URLs were made and not released.
 std::size_t UnreleasedObjects();
 

@@ -67,13 +67,9 @@ TEST_F(FmodEngineTest, NamedMusicStartsTheLibraryThenOpensItsResource) {
         start +
             Lines({
                 R"(print "BasicInit - Completed\nAttempting to load file...")",
-                R"(CFStringCreateWithCString(kCFAllocatorDefault, "synchtune", kCFStringEncodingMacRoman))",
-                R"(CFStringCreateWithCString(kCFAllocatorDefault, "mp3", kCFStringEncodingMacRoman))",
-                R"(CFBundleCopyResourceURL(main bundle, "synchtune", "mp3", null))",
-                R"(CFURLGetFileSystemRepresentation("/resources/synchtune.mp3", true, 1024))",
-                R"(CFRelease("synchtune"))",
-                R"(CFRelease("mp3"))",
-                R"(CFRelease("/resources/synchtune.mp3"))",
+            }) +
+            doubles::LookupLines("synchtune", "mp3") +
+            Lines({
                 R"(FMOD::System::createSound("/resources/synchtune.mp3", FMOD_CREATESTREAM | FMOD_SOFTWARE | FMOD_2D, null))",
                 R"(print "OK\n")",
             }));
@@ -86,13 +82,9 @@ TEST_F(FmodEngineTest, UnnamedMusicOpensMusicWithoutMessages) {
         start +
             Lines({
                 R"(print "BasicInit - Completed\n")",
-                R"(CFStringCreateWithCString(kCFAllocatorDefault, "music", kCFStringEncodingMacRoman))",
-                R"(CFStringCreateWithCString(kCFAllocatorDefault, "mp3", kCFStringEncodingMacRoman))",
-                R"(CFBundleCopyResourceURL(main bundle, "music", "mp3", null))",
-                R"(CFURLGetFileSystemRepresentation("/resources/music.mp3", true, 1024))",
-                R"(CFRelease("music"))",
-                R"(CFRelease("mp3"))",
-                R"(CFRelease("/resources/music.mp3"))",
+            }) +
+            doubles::LookupLines("music", "mp3") +
+            Lines({
                 R"(FMOD::System::createSound("/resources/music.mp3", FMOD_CREATESTREAM | FMOD_SOFTWARE | FMOD_2D, null))",
             }));
 }
