@@ -1,6 +1,5 @@
 // The spectrum of what is heard.
 #include "SystemFixture.h"
-#include "Tone.h"
 
 #include <algorithm>
 #include <cstdint>

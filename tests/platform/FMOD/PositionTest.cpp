@@ -1,8 +1,5 @@
 // Where the music is, whatever was done to it: told by the library and counted here.
-#include "File.h"
-#include "Mp3Decoder.h"
 #include "SystemFixture.h"
-#include "Tone.h"
 
 #include <algorithm>
 #include <cmath>
@@ -62,17 +59,9 @@ protected:
 
     // How many frames can be decoded when reading stops after so many bytes.
     std::int64_t FramesWithin(std::size_t bytes) {
-        std::unique_ptr<sound::File> file;
-        std::unique_ptr<sound::Mp3Decoder> decoder;
         reads::Reset();
         reads::FailAfter(bytes);
-        EXPECT_EQ(sound::File::Open(path.c_str(), file), FMOD_OK);
-        EXPECT_EQ(sound::Mp3Decoder::Open(std::move(file), decoder), FMOD_OK);
-        std::int64_t count = 0;
-        std::span<const float> frames;
-        while (decoder->Decode(frames) == sound::Mp3Decoder::Progress::Frames) {
-            count += static_cast<std::int64_t>(frames.size() / 2);
-        }
+        const auto count = static_cast<std::int64_t>(Decoded(path).size() / 2);
         reads::Reset();
         return count;
     }

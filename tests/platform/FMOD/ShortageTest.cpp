@@ -1,7 +1,6 @@
 // What the library answers where it lacks memory, threads or its file, and that it can be asked
 // again.
 #include "SystemFixture.h"
-#include "Tone.h"
 
 #include <kiss_fftr.h>
 #include <mpg123.h>
@@ -61,54 +60,28 @@ protected:
         noResampler = false;
         noTransform = false;
     }
-
-    std::string Second(int rateHz) {
-        std::string path = folder.Path("second.mp3");
-        files::EncodeMp3(
-            path, tone::Sine(rateHz, 441.0, 441.0, 0.5, static_cast<std::size_t>(rateHz)), rateHz);
-        return path;
-    }
-
-    FMOD_RESULT Create(const std::string& path) {
-        FMOD::Sound* sound = nullptr;
-        const FMOD_RESULT result = system->createSound(path.c_str(), streamed, nullptr, &sound);
-        EXPECT_EQ(sound != nullptr, result == FMOD_OK);
-        return result;
-    }
 };
 
-TEST_F(ShortageTest, OfMemoryForTheOutputIsSaid) {
-    script::RefuseNextStart(script::Shortage::Memory);
+TEST_F(ShortageTest, OfMemoryOrThreadsForTheOutputIsSaid) {
+    for (const auto lack : {script::Shortage::Memory, script::Shortage::Threads}) {
+        script::RefuseNextStart(lack);
 
-    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_MEMORY);
-    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_OK);
+        EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_MEMORY);
+        EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_OK);
+        ASSERT_EQ(system->close(), FMOD_OK);
+    }
 }
 
-TEST_F(ShortageTest, OfThreadsForTheOutputIsSaid) {
-    script::RefuseNextStart(script::Shortage::Threads);
-
-    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_MEMORY);
-    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_OK);
-}
-
-TEST_F(ShortageTest, OfMemoryForADecoderIsSaid) {
+TEST_F(ShortageTest, OfMemoryForADecoderOrAResamplerIsSaid) {
     Init();
-    const std::string path = Second(44100);
+    const std::string path = Encoded(441.0, 48000, 48000);
 
-    noDecoder = true;
-    EXPECT_EQ(Create(path), FMOD_ERR_MEMORY);
-    noDecoder = false;
-    EXPECT_EQ(Create(path), FMOD_OK);
-}
-
-TEST_F(ShortageTest, OfMemoryForAResamplerIsSaid) {
-    Init();
-    const std::string path = Second(48000);
-
-    noResampler = true;
-    EXPECT_EQ(Create(path), FMOD_ERR_MEMORY);
-    noResampler = false;
-    EXPECT_EQ(Create(path), FMOD_OK);
+    for (bool* hasRunOut : {&noDecoder, &noResampler}) {
+        *hasRunOut = true;
+        EXPECT_EQ(Create(path), FMOD_ERR_MEMORY);
+        *hasRunOut = false;
+        EXPECT_EQ(Create(path), FMOD_OK);
+    }
 }
 
 TEST_F(ShortageTest, OfMemoryForASpectrumIsSaid) {
@@ -126,7 +99,7 @@ TEST_F(ShortageTest, OfMemoryForASpectrumIsSaid) {
 
 TEST_F(ShortageTest, OfAFileThatCouldBeReadBeforeIsSaid) {
     Init();
-    FMOD::Sound* sound = Open(Second(44100));
+    FMOD::Sound* sound = Open(Encoded());
     Play(sound);
     script::Pull(10000);
     FMOD::Channel* channel = nullptr;

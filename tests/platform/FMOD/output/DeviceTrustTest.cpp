@@ -1,6 +1,4 @@
 // Devices that fail, are late, or say what cannot be.
-#include "OutputTimeline.h"
-
 #include "TimelineDevice.h"
 
 #include <gtest/gtest.h>
@@ -9,23 +7,11 @@
 #include <cstdint>
 #include <vector>
 
-using devices::Counter;
 using devices::Device;
 using devices::ms;
 using sound::DeviceFeed;
-using sound::OutputTimeline;
 
-namespace {
-
-/// A timeline from 0 on that has no device yet.
-class DeviceTrust : public testing::Test {
-protected:
-    Counter counter;
-    OutputTimeline timeline{counter.AsSource(), 0};
-    std::int64_t now = 0;
-};
-
-} // namespace
+using DeviceTrust = devices::TimelineFixture;
 
 TEST_F(DeviceTrust, GoesOnSilentlyWhenTheDeviceReportsAnError) {
     Device device(timeline, now, now, 4410);

@@ -15,20 +15,20 @@ using devices::ms;
 using sound::DeviceFeed;
 using sound::OutputTimeline;
 
-TEST(OutputTimeline, PlaysSilenceInRealTimeToTheFrame) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 5000 * ms);
+using OutputTimelineTest = devices::TimelineFixture;
 
-    for (std::int64_t now = 0; now <= 3600'000; now += 20) {
-        timeline.AdvanceSilence((5000 + now) * ms);
-        ASSERT_EQ(timeline.HeardFrames((5000 + now) * ms), now * 441 / 10);
+TEST_F(OutputTimelineTest, PlaysSilenceInRealTimeToTheFrame) {
+    Counter source;
+    OutputTimeline own(source.AsSource(), 5000 * ms);
+
+    for (now = 0; now <= 3600'000; now += 20) {
+        own.AdvanceSilence((5000 + now) * ms);
+        ASSERT_EQ(own.HeardFrames((5000 + now) * ms), now * 441 / 10);
     }
-    EXPECT_FALSE(timeline.IsSounding());
+    EXPECT_FALSE(own.IsSounding());
 }
 
-TEST(OutputTimeline, RendersSilenceATenthOfASecondAhead) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
+TEST_F(OutputTimelineTest, RendersSilenceATenthOfASecondAhead) {
     EXPECT_EQ(counter.next, 4410);
 
     timeline.AdvanceSilence(20 * ms);
@@ -36,19 +36,14 @@ TEST(OutputTimeline, RendersSilenceATenthOfASecondAhead) {
     EXPECT_EQ(counter.next, 4410 + 882);
 }
 
-TEST(OutputTimeline, NeverHearsMoreThanWasRendered) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-
+TEST_F(OutputTimelineTest, NeverHearsMoreThanWasRendered) {
     EXPECT_EQ(timeline.HeardFrames(700 * ms), 4410);
 }
 
-TEST(OutputTimeline, FeedsADeviceZerosUntilItsClockMoves) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
+TEST_F(OutputTimelineTest, FeedsADeviceZerosUntilItsClockMoves) {
     Device device(timeline, 0, 1900 * ms, 4410); // a device that plays nothing for 1.9 s
 
-    for (std::int64_t now = 100 * ms; now < 1900 * ms; now += 100 * ms) {
+    for (now = 100 * ms; now < 1900 * ms; now += 100 * ms) {
         timeline.AdvanceSilence(now);
         EXPECT_TRUE(device.Ask(1, now));
     }
@@ -59,10 +54,7 @@ TEST(OutputTimeline, FeedsADeviceZerosUntilItsClockMoves) {
                             [](std::int64_t frame) { return frame == 0; }));
 }
 
-TEST(OutputTimeline, KeepsTimeBesideADeviceThatMisjudgesItForASecond) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(OutputTimelineTest, KeepsTimeBesideADeviceThatMisjudgesItForASecond) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 1000 * ms);
     ASSERT_TRUE(timeline.IsSounding());
@@ -74,45 +66,45 @@ TEST(OutputTimeline, KeepsTimeBesideADeviceThatMisjudgesItForASecond) {
                 static_cast<double>(sound::FramesIn(now)), 44.0);
 }
 
-TEST(OutputTimeline, BelievesADeviceThatKnowsItsTimeAtOnce) {
+TEST_F(OutputTimelineTest, BelievesADeviceThatKnowsItsTimeAtOnce) {
     for (const std::int64_t moved : {-2205, -220, 220}) {
-        Counter counter;
-        OutputTimeline timeline(counter.AsSource(), 0);
-        std::int64_t now = 0;
-        Device device(timeline, now, now, 4410, Device::Reports::Exact);
+        Counter source;
+        OutputTimeline own(source.AsSource(), 0);
+        now = 0;
+        Device device(own, now, now, 4410, Device::Reports::Exact);
         device.RunUntil(now, 1000 * ms);
-        ASSERT_TRUE(timeline.IsSounding());
+        ASSERT_TRUE(own.IsSounding());
 
         device.misjudged = moved; // this one is right
         device.Ask(441, now);
 
         const std::int64_t later = now + 100 * ms; // the clock never goes back
-        EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(later)),
+        EXPECT_NEAR(static_cast<double>(own.HeardFrames(later)),
                     static_cast<double>(sound::FramesIn(later) + moved), 1.0);
     }
 }
 
 // It asks for nothing until it plays, so nothing of the music is lost while it proves itself. Its
 // reports are of a moment ago; for later ones the clock has been asked already.
-TEST(OutputTimeline, HandsOverAtOnceAndInStepToADeviceThatKnowsItsTime) {
+TEST_F(OutputTimelineTest, HandsOverAtOnceAndInStepToADeviceThatKnowsItsTime) {
     for (const std::int64_t delayMs : {20, 200}) {
-        Counter counter;
-        OutputTimeline timeline(counter.AsSource(), 0);
-        DeviceFeed feed(timeline, DeviceFeed::Reports::Exact);
+        Counter source;
+        OutputTimeline own(source.AsSource(), 0);
+        DeviceFeed feed(own, DeviceFeed::Reports::Exact);
         std::vector<float> block(std::size_t{2} * 441);
         const std::int64_t delay = delayMs * 441 / 10;
         std::int64_t given = 0;
         int compared = 0;
-        for (std::int64_t now = 500 * ms; now < 1000 * ms; now += 10 * ms) {
-            timeline.AdvanceSilence(now);
-            EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
+        for (now = 500 * ms; now < 1000 * ms; now += 10 * ms) {
+            own.AdvanceSilence(now);
+            EXPECT_NEAR(static_cast<double>(own.HeardFrames(now)),
                         static_cast<double>(sound::FramesIn(now)), 1.0);
 
             const std::int64_t reportedNs = now - 8 * ms;
             feed.Render(block.data(), 441, given - delay, reportedNs);
             given += 441;
 
-            EXPECT_TRUE(timeline.IsSounding());
+            EXPECT_TRUE(own.IsSounding());
             if (block[0] > 0.0F) {
                 EXPECT_NEAR(block[0] - 1.0F,
                             static_cast<double>(sound::FramesIn(reportedNs + delayMs * ms)), 1.0);
@@ -125,16 +117,14 @@ TEST(OutputTimeline, HandsOverAtOnceAndInStepToADeviceThatKnowsItsTime) {
 
 // What it will ask for is heard from when it was due; but a device that does not come is heard no
 // more.
-TEST(OutputTimeline, RunsOnThroughACycleThatComesALittleLate) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
+TEST_F(OutputTimelineTest, RunsOnThroughACycleThatComesALittleLate) {
     DeviceFeed feed(timeline, DeviceFeed::Reports::Exact);
     std::vector<float> block(std::size_t{2} * 882);
     std::int64_t given = 0;
     std::int64_t due = 500 * ms;
     timeline.AdvanceSilence(due);
     for (; due < 1000 * ms; due += 20 * ms) {
-        for (std::int64_t now = due; now < due + 20 * ms; now += 1 * ms) {
+        for (now = due; now < due + 20 * ms; now += 1 * ms) {
             if (now == due + 8 * ms) {
                 feed.Render(block.data(), 882, given, due);
                 given += 882;
@@ -150,29 +140,29 @@ TEST(OutputTimeline, RunsOnThroughACycleThatComesALittleLate) {
     }
 }
 
-TEST(OutputTimeline, HandsOverToADeviceInStep) {
+TEST_F(OutputTimelineTest, HandsOverToADeviceInStep) {
     for (const std::int32_t latencyFrames : {500, 4410, 15000}) {
-        Counter counter;
-        OutputTimeline timeline(counter.AsSource(), 0);
-        std::int64_t now = 1000 * ms;
-        timeline.AdvanceSilence(now);
-        Device device(timeline, now, now + 1 * ms, latencyFrames);
-        for (; !timeline.IsSounding() && now < 1200 * ms; now += 10 * ms) {
-            timeline.AdvanceSilence(now);
+        Counter source;
+        OutputTimeline own(source.AsSource(), 0);
+        now = 1000 * ms;
+        own.AdvanceSilence(now);
+        Device device(own, now, now + 1 * ms, latencyFrames);
+        for (; !own.IsSounding() && now < 1200 * ms; now += 10 * ms) {
+            own.AdvanceSilence(now);
             device.Ask(441, now);
         }
-        ASSERT_TRUE(timeline.IsSounding()) << latencyFrames;
+        ASSERT_TRUE(own.IsSounding()) << latencyFrames;
 
         // From when the last zeros are played on, what leaves the loudspeaker is what is said to
         // be heard, and that has gone on in real time.
         std::int64_t compared = 0;
         for (; now < 3000 * ms; now += 10 * ms) {
             device.Ask(441, now);
-            EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
+            EXPECT_NEAR(static_cast<double>(own.HeardFrames(now)),
                         static_cast<double>(sound::FramesIn(now)), 1.0);
             if (const std::int64_t sounding = device.Sounding(now); sounding != 0) {
                 EXPECT_NEAR(static_cast<double>(sounding - 1),
-                            static_cast<double>(timeline.HeardFrames(now)), 1.0);
+                            static_cast<double>(own.HeardFrames(now)), 1.0);
                 ++compared;
             }
         }
@@ -180,10 +170,7 @@ TEST(OutputTimeline, HandsOverToADeviceInStep) {
     }
 }
 
-TEST(OutputTimeline, LeavesOutNoFrameOnceADeviceSounds) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(OutputTimelineTest, LeavesOutNoFrameOnceADeviceSounds) {
     Device device(timeline, now, now, 4410);
 
     device.RunUntil(now, 2000 * ms);
@@ -197,10 +184,7 @@ TEST(OutputTimeline, LeavesOutNoFrameOnceADeviceSounds) {
     }
 }
 
-TEST(OutputTimeline, ReturnsToADeviceInStepAfterSilence) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(OutputTimelineTest, ReturnsToADeviceInStepAfterSilence) {
     Device first(timeline, now, now, 4410);
     first.RunUntil(now, 1000 * ms);
     first.feed.Fail();
@@ -225,10 +209,7 @@ TEST(OutputTimeline, ReturnsToADeviceInStepAfterSilence) {
                 1.0);
 }
 
-TEST(OutputTimeline, FeedsASecondDeviceZerosWhileTheFirstPlays) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(OutputTimelineTest, FeedsASecondDeviceZerosWhileTheFirstPlays) {
     Device first(timeline, now, now, 4410);
     first.RunUntil(now, 500 * ms);
     ASSERT_TRUE(timeline.IsSounding());
@@ -246,10 +227,7 @@ TEST(OutputTimeline, FeedsASecondDeviceZerosWhileTheFirstPlays) {
               static_cast<std::ptrdiff_t>(second.given.size()));
 }
 
-TEST(OutputTimeline, FallsSilentWhenItsDeviceIsForgotten) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(OutputTimelineTest, FallsSilentWhenItsDeviceIsForgotten) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 500 * ms);
     const std::int64_t before = timeline.HeardFrames(now);
@@ -260,10 +238,7 @@ TEST(OutputTimeline, FallsSilentWhenItsDeviceIsForgotten) {
     EXPECT_EQ(timeline.HeardFrames(now), before);
 }
 
-TEST(OutputTimeline, AsksTheSourceForNothingOnceClosed) {
-    Counter counter;
-    OutputTimeline timeline(counter.AsSource(), 0);
-    std::int64_t now = 0;
+TEST_F(OutputTimelineTest, AsksTheSourceForNothingOnceClosed) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 500 * ms);
     const std::int64_t rendered = counter.next;

@@ -1,7 +1,9 @@
-// A source and a device of the output timeline, in a time that the test sets.
+// The output timeline, a source and a device of it, in a time that the test sets.
 #pragma once
 
 #include "OutputTimeline.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -69,6 +71,14 @@ struct Device {
     std::int64_t startNs;
     std::int64_t misjudged = 0; ///< frames by which what it says is off
     std::vector<std::int64_t> given;
+};
+
+/// A timeline from 0 on that has no device yet.
+class TimelineFixture : public testing::Test {
+protected:
+    Counter counter;
+    sound::OutputTimeline timeline{counter.AsSource(), 0};
+    std::int64_t now = 0;
 };
 
 } // namespace devices

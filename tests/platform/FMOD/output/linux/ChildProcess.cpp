@@ -34,6 +34,12 @@ void ChildProcess::Start(const std::vector<std::string>& command, const std::str
     child = error == 0 ? child : -1;
 }
 
+int ChildProcess::Run(const std::vector<std::string>& command) {
+    ChildProcess process;
+    process.Start(command);
+    return process.Wait();
+}
+
 bool ChildProcess::IsRunning() {
     if (child > 0 && waitpid(child, nullptr, WNOHANG) != 0) {
         child = -1;

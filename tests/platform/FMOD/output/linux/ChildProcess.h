@@ -22,6 +22,9 @@ public:
     void Start(const std::vector<std::string>& command,
                const std::string& outputPath = "/dev/null");
 
+    /// Runs @p command to its end: what waitpid says.
+    static int Run(const std::vector<std::string>& command);
+
     bool IsRunning();
 
     void Signal(int signal) const;

@@ -9,9 +9,7 @@
 
 // Runs a command to its end, which is to be a good one.
 static void Do(const std::vector<std::string>& command) {
-    ChildProcess process;
-    process.Start(command);
-    EXPECT_EQ(process.Wait(), 0) << command.front() << " is not installed, or failed";
+    EXPECT_EQ(ChildProcess::Run(command), 0) << command.front() << " is not installed, or failed";
 }
 
 PrivatePipeWire::PrivatePipeWire() {

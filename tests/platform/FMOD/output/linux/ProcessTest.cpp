@@ -1,4 +1,5 @@
 // What the library does to the process it is in: in its callback, to its memory, and to the kernel.
+#include "ChildProcess.h"
 #include "Clock.h"
 #include "Device.h"
 #include "Devices.h"
@@ -19,10 +20,8 @@
 #include <string>
 #include <vector>
 
-#include <spawn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -36,21 +35,7 @@ protected:
     // Runs a program from beside this one; what waitpid says of it.
     static int Run(std::vector<std::string> command) {
         command[0] = PROGRAMS "/" + command[0];
-        std::vector<char*> arguments;
-        arguments.reserve(command.size() + 1);
-        for (std::string& word : command) {
-            arguments.push_back(word.data());
-        }
-        arguments.push_back(nullptr);
-        pid_t child = -1;
-        int status = -1;
-        const int error =
-            posix_spawn(&child, arguments[0], nullptr, nullptr, arguments.data(), environ);
-        EXPECT_EQ(error, 0) << "cannot run " << command[0];
-        if (error == 0) {
-            waitpid(child, &status, 0);
-        }
-        return status;
+        return ChildProcess::Run(command);
     }
 
     // Runs a program under the watch on callbacks: what it reports, by name.
