@@ -38,17 +38,6 @@ protected:
     }
 };
 
-/// The turn to an electron's place about the nucleus, with whatever follows but the electron.
-std::string Turns(const std::string& effects) {
-    std::string turns;
-    const std::string all = Only("glRotatef(", effects);
-    for (std::size_t begin = 0; begin < all.size(); begin = all.find('\n', begin) + 1) {
-        const std::string line = all.substr(begin, all.find('\n', begin) + 1 - begin);
-        turns += line.ends_with(", 0, 0, 1)\n") ? line : "";
-    }
-    return turns;
-}
-
 TEST_F(AtomTest, HasItsFieldsInOrder) {
     const engine::Atom atom = {};
     EXPECT_TRUE(doubles::AreInOrder({&atom.electrons, &atom.x, &atom.y, &atom.z, &atom.angle,
@@ -153,37 +142,13 @@ TEST_F(AtomTest, MoreThan360ElectronsCoincide) {
     const std::string effects = AtomsOf(361);
     EXPECT_EQ(Count("glRotatef(0, 0, 0, 1)", effects), 361);
     EXPECT_EQ(Count("glutSolidSphere(20, 15, 20)", effects), 361);
-    EXPECT_EQ(Turns(effects).find("glRotatef(1"), std::string::npos);
-}
-
-TEST_F(AtomTest, TurnsOnceBeforeEachElectron) {
-    engine::Atom atom = MakeAtom(4);
-    EXPECT_EQ(Turns(EffectsOf([&] { atom.Draw(); })), Lines({
-                                                          "glRotatef(90, 0, 0, 1)",
-                                                          "glRotatef(90, 0, 0, 1)",
-                                                          "glRotatef(90, 0, 0, 1)",
-                                                          "glRotatef(90, 0, 0, 1)",
-                                                      }));
-}
-
-TEST_F(AtomTest, DrawIgnoresTheFieldThatIsNotUsed) {
-    engine::Atom atom = MakeAtom(3);
-    const std::string before = EffectsOf([&] { atom.Draw(); });
-    atom.spare = -5;
-    EXPECT_EQ(EffectsOf([&] { atom.Draw(); }), before);
+    EXPECT_EQ(Only("glRotatef(1", effects), "");
 }
 
 TEST_F(AtomTest, LeavesTheColourDarkYellowOrWithoutElectronsRed) {
     EXPECT_TRUE(Only("glColor3", AtomsOf(1)).ends_with("\nglColor3ub(100, 100, 0)\n"));
     EXPECT_TRUE(Only("glColor3", AtomsOf(7)).ends_with("\nglColor3ub(100, 100, 0)\n"));
     EXPECT_EQ(Only("glColor3", AtomsOf(0)), "glColor3f(1, 0, 0)\n");
-}
-
-TEST_F(AtomTest, PopsWhatItPushes) {
-    for (const unsigned long electrons : {0UL, 1UL, 7UL, 361UL}) {
-        const std::string effects = AtomsOf(electrons);
-        EXPECT_EQ(Count("glPushMatrix()", effects), Count("glPopMatrix()", effects)) << electrons;
-    }
 }
 
 } // namespace

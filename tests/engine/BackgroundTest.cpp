@@ -3,13 +3,12 @@
 
 #include "Effects.h"
 #include "Fixture.h"
-#include "OpenGL.h"
 
-#include <GL/gl.h>
 #include <gtest/gtest.h>
 
 #include <limits>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -46,49 +45,16 @@ TEST_F(BackgroundTest, IsDrawnWithTexture0Too) {
     EXPECT_EQ(doubles::Count("glVertex3f(", effects), 4);
 }
 
-TEST_F(BackgroundTest, LeavesTexturingAsItFoundIt) {
-    Draw(4, 3, 7);
-    EXPECT_TRUE(doubles::openGL.enabled.empty());
-    doubles::openGL.enabled = {GL_TEXTURE_2D};
-    Draw(4, 3, 7);
-    EXPECT_TRUE(doubles::openGL.enabled.contains(GL_TEXTURE_2D));
-}
-
-TEST_F(BackgroundTest, NegativeWidthMirrorsIt) {
-    EXPECT_EQ(doubles::Only("glVertex3f(", Draw(-4, 3, 7)), Lines({
-                                                                "glVertex3f(4, 3, 0)",
-                                                                "glVertex3f(-4, 3, 0)",
-                                                                "glVertex3f(-4, -3, 0)",
-                                                                "glVertex3f(4, -3, 0)",
-                                                            }));
-}
-
-TEST_F(BackgroundTest, NegativeHeightMirrorsIt) {
-    EXPECT_EQ(doubles::Only("glVertex3f(", Draw(4, -3, 7)), Lines({
-                                                                "glVertex3f(-4, -3, 0)",
-                                                                "glVertex3f(4, -3, 0)",
-                                                                "glVertex3f(4, 3, 0)",
-                                                                "glVertex3f(-4, 3, 0)",
-                                                            }));
-}
-
-TEST_F(BackgroundTest, BothNegativeTurnIt) {
-    EXPECT_EQ(doubles::Only("glVertex3f(", Draw(-4, -3, 7)), Lines({
-                                                                 "glVertex3f(4, -3, 0)",
-                                                                 "glVertex3f(-4, -3, 0)",
-                                                                 "glVertex3f(-4, 3, 0)",
-                                                                 "glVertex3f(4, 3, 0)",
-                                                             }));
-}
-
-TEST_F(BackgroundTest, MayBeInfinite) {
+TEST_F(BackgroundTest, IsMirroredOrTurnedByNegativeExtentsAndMayBeInfinite) {
     const float infinity = std::numeric_limits<float>::infinity();
-    EXPECT_EQ(doubles::Only("glVertex3f(", Draw(infinity, 3, 7)), Lines({
-                                                                      "glVertex3f(-inf, 3, 0)",
-                                                                      "glVertex3f(inf, 3, 0)",
-                                                                      "glVertex3f(inf, -3, 0)",
-                                                                      "glVertex3f(-inf, -3, 0)",
-                                                                  }));
+    for (const auto& [w, h] :
+         {std::pair{-4.0F, 3.0F}, {4.0F, -3.0F}, {-4.0F, -3.0F}, {infinity, 3.0F}}) {
+        const auto corner = [](float x, float y) {
+            return "glVertex3f(" + doubles::Text(x) + ", " + doubles::Text(y) + ", 0)";
+        };
+        EXPECT_EQ(doubles::Only("glVertex3f(", Draw(w, h, 7)),
+                  Lines({corner(-w, h), corner(w, h), corner(w, -h), corner(-w, -h)}));
+    }
 }
 
 } // namespace

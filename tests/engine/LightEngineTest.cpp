@@ -75,10 +75,4 @@ TEST_F(LightEngineTest, EachSettingComesFromAFieldOfItsOwn) {
               Lines({"glMaterialfv(GL_FRONT, GL_SPECULAR, {30, 1, 1, 1})"}));
 }
 
-TEST_F(LightEngineTest, SecondActivationSetsEverythingAgain) {
-    engine::LightEngine light;
-    const std::string first = EffectsOf([&] { light.ActivateLight(); });
-    EXPECT_EQ(EffectsOf([&] { light.ActivateLight(); }), first);
-}
-
 } // namespace

@@ -31,15 +31,6 @@ TEST_F(TextTest, DrawsEachCharacterThenMovesBackTooFar) {
               }));
 }
 
-TEST_F(TextTest, EmptyTextMovesOnly) {
-    EXPECT_EQ(Output(5, 7, ""), Lines({
-                                    "glPushMatrix()",
-                                    "glTranslatef(5, 7, 0)",
-                                    "glPopMatrix()",
-                                    "glTranslatef(-5, -7, 0)",
-                                }));
-}
-
 TEST_F(TextTest, TwoTextsMoveTwice) {
     const std::string effects = EffectsOf([] {
         char text[] = "";

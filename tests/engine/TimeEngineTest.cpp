@@ -38,15 +38,19 @@ protected:
         }
     }
 
+    void ExpectTimes(int previous, int current, int delta) const {
+        EXPECT_EQ(clock->prevTime, previous);
+        EXPECT_EQ(clock->curTime, current);
+        EXPECT_EQ(clock->deltaTime, delta);
+    }
+
     std::unique_ptr<engine::FmodEngine> music;
     std::unique_ptr<engine::TimeEngine> clock;
 };
 
 TEST_F(TimeEngineTest, FreshClockReadsZeroOnItsMusic) {
     EXPECT_EQ(clock->fmod, music.get());
-    EXPECT_EQ(clock->curTime, 0);
-    EXPECT_EQ(clock->deltaTime, 0);
-    EXPECT_EQ(clock->prevTime, 0);
+    ExpectTimes(0, 0, 0);
 }
 
 TEST_F(TimeEngineTest, IsMadeWithoutAskingForThePosition) {
@@ -63,30 +67,15 @@ TEST_F(TimeEngineTest, TickAsksForThePositionOnce) {
               doubles::Lines({"FMOD::Channel::getPosition(FMOD_TIMEUNIT_MS)"}));
 }
 
-TEST_F(TimeEngineTest, FirstTickStepsFromZero) {
+TEST_F(TimeEngineTest, TickStepsFromTheOneBeforeForwardsNotAtAllOrBack) {
     TickAt({1500});
-    EXPECT_EQ(clock->prevTime, 0);
-    EXPECT_EQ(clock->curTime, 1500);
-    EXPECT_EQ(clock->deltaTime, 1500);
-}
-
-TEST_F(TimeEngineTest, TickStepsFromTheOneBefore) {
-    TickAt({1000, 1040});
-    EXPECT_EQ(clock->prevTime, 1000);
-    EXPECT_EQ(clock->curTime, 1040);
-    EXPECT_EQ(clock->deltaTime, 40);
-}
-
-TEST_F(TimeEngineTest, PositionThatStandsStillIsAStepOfZero) {
-    TickAt({1000, 1040, 1040});
-    EXPECT_EQ(clock->prevTime, 1040);
-    EXPECT_EQ(clock->curTime, 1040);
-    EXPECT_EQ(clock->deltaTime, 0);
-}
-
-TEST_F(TimeEngineTest, PositionThatGoesBackIsANegativeStep) {
-    TickAt({1000, 400});
-    EXPECT_EQ(clock->deltaTime, -600);
+    ExpectTimes(0, 1500, 1500);
+    TickAt({1540});
+    ExpectTimes(1500, 1540, 40);
+    TickAt({1540});
+    ExpectTimes(1540, 1540, 0);
+    TickAt({400});
+    ExpectTimes(1540, 400, -1140);
 }
 
 TEST_F(TimeEngineTest, StepWrapsAround) {
@@ -101,9 +90,7 @@ TEST_F(TimeEngineTest, ClearAllForgetsTheMusicToo) {
     TickAt({1000, 1040});
     clock->ClearAll();
     EXPECT_EQ(clock->fmod, nullptr);
-    EXPECT_EQ(clock->curTime, 0);
-    EXPECT_EQ(clock->deltaTime, 0);
-    EXPECT_EQ(clock->prevTime, 0);
+    ExpectTimes(0, 0, 0);
 }
 
 TEST_F(TimeEngineTest, RefusedPositionEndsTheProcessAfterTheFirstStepOfATick) {

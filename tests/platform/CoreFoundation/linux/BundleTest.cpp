@@ -20,6 +20,7 @@ protected:
             throw std::runtime_error("no temporary folder");
         }
         root = fs::canonical(pattern);
+        program = Install(root / "bin");
     }
     ~MainBundle() override { fs::remove_all(root); }
     MainBundle(const MainBundle&) = delete;
@@ -38,9 +39,9 @@ protected:
     }
 
     /// What the program prints when it runs in the root folder of this case.
-    std::string Ask(const fs::path& program, const std::string& name, const std::string& type) {
-        const auto command = "cd '" + root.string() + "' && '" + program.string() + "' '" + name +
-                             "' '" + type + "'";
+    std::string Ask(const fs::path& asked, const std::string& name, const std::string& type) {
+        const auto command =
+            "cd '" + root.string() + "' && '" + asked.string() + "' '" + name + "' '" + type + "'";
         std::FILE* output = popen(command.c_str(), "r");
         if (output == nullptr) {
             throw std::runtime_error(command);
@@ -67,47 +68,42 @@ protected:
     }
 
     fs::path root;
+    fs::path program; // in its bin/
 };
 
 TEST_F(MainBundle, FindsAResourceBesideTheProgram) {
-    const auto program = Install(root / "bin");
     const auto file = Put(root / "bin/resources/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
 TEST_F(MainBundle, FindsAnInstalledResource) {
-    const auto program = Install(root / "bin");
     const auto file = Put(root / "share/skovra/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
 TEST_F(MainBundle, PrefersTheFolderBesideTheProgram) {
-    const auto program = Install(root / "bin");
     Put(root / "share/skovra/texture.png");
     const auto file = Put(root / "bin/resources/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
 TEST_F(MainBundle, LooksIntoOneFolderOnly) {
-    const auto program = Install(root / "bin");
     Put(root / "share/skovra/texture.png");
     Put(root / "bin/resources/other.png");
     EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
 }
 
 TEST_F(MainBundle, AFileNamedResourcesIsNoFolderOfThem) {
-    const auto program = Install(root / "bin");
     Put(root / "bin/resources");
     const auto file = Put(root / "share/skovra/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
 TEST_F(MainBundle, WithoutAFolderHasNoUrls) {
-    EXPECT_EQ(Ask(Install(root / "bin"), "texture", "png"), "no URL");
+    EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
 }
 
 TEST_F(MainBundle, AMissingResourceHasNoUrl) {
-    const auto program = Install(root / "bin");
     Put(root / "bin/resources/texture.png");
     EXPECT_EQ(Ask(program, "textur", "png"), "no URL");
     EXPECT_EQ(Ask(program, "texture", "mp3"), "no URL");
@@ -115,14 +111,12 @@ TEST_F(MainBundle, AMissingResourceHasNoUrl) {
 }
 
 TEST_F(MainBundle, DoesNotLookIntoTheWorkingDirectory) {
-    const auto program = Install(root / "bin");
     Put(root / "texture.png");
     Put(root / "resources/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
 }
 
 TEST_F(MainBundle, IsThatOfTheProgramNotOfALinkToIt) {
-    const auto program = Install(root / "bin");
     const auto file = Put(root / "bin/resources/texture.png");
     Put(root / "elsewhere/resources/texture.png");
     fs::create_symlink(program, root / "elsewhere/link");
@@ -130,39 +124,34 @@ TEST_F(MainBundle, IsThatOfTheProgramNotOfALinkToIt) {
 }
 
 TEST_F(MainBundle, FolderMayBeALink) {
-    const auto program = Install(root / "bin");
     Put(root / "pictures/texture.png");
     fs::create_directory_symlink(root / "pictures", root / "bin/resources");
     EXPECT_EQ(Ask(program, "texture", "png"), (root / "bin/resources/texture.png").string());
 }
 
 TEST_F(MainBundle, PathsKeepSpacesAndLetters) {
-    const auto program = Install(root / "my s\u00F8k \u65E5");
+    program = Install(root / "my s\u00F8k \u65E5");
     const auto file = Put(root / "my s\u00F8k \u65E5/resources/a texture.png");
     EXPECT_EQ(Ask(program, "a texture", "png"), file.string());
 }
 
 TEST_F(MainBundle, NamesAreTurnedIntoUtf8) {
-    const auto program = Install(root / "bin");
     const auto file = Put(root / "bin/resources/kj\u00F8re.png");
     EXPECT_EQ(Ask(program, "kj\xBFre", "png"), file.string());
 }
 
 TEST_F(MainBundle, AFolderHasAUrl) {
-    const auto program = Install(root / "bin");
     fs::create_directories(root / "bin/resources/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), (root / "bin/resources/texture.png").string());
 }
 
 TEST_F(MainBundle, AnUnreadableFileHasAUrl) {
-    const auto program = Install(root / "bin");
     const auto file = Put(root / "bin/resources/texture.png");
     fs::permissions(file, fs::perms::none);
     EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
 TEST_F(MainBundle, ALinkToAFileHasAUrl) {
-    const auto program = Install(root / "bin");
     Put(root / "picture");
     fs::create_directories(root / "bin/resources");
     fs::create_symlink(root / "picture", root / "bin/resources/texture.png");
@@ -170,7 +159,6 @@ TEST_F(MainBundle, ALinkToAFileHasAUrl) {
 }
 
 TEST_F(MainBundle, ALinkToNothingHasNoUrl) {
-    const auto program = Install(root / "bin");
     fs::create_directories(root / "bin/resources");
     fs::create_symlink(root / "nothing", root / "bin/resources/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
@@ -178,7 +166,7 @@ TEST_F(MainBundle, ALinkToNothingHasNoUrl) {
 
 TEST_F(MainBundle, APathOf1023BytesIsRepresented) {
     const auto folder = FolderForPathOf(1023);
-    const auto program = Install(folder);
+    program = Install(folder);
     const auto file = Put(folder / "resources/a.b");
     ASSERT_EQ(file.string().size(), 1023U);
     EXPECT_EQ(Ask(program, "a", "b"), file.string());
@@ -186,7 +174,7 @@ TEST_F(MainBundle, APathOf1023BytesIsRepresented) {
 
 TEST_F(MainBundle, APathOf1024BytesIsNotCutShort) {
     const auto folder = FolderForPathOf(1024);
-    const auto program = Install(folder);
+    program = Install(folder);
     const auto file = Put(folder / "resources/a.b");
     ASSERT_EQ(file.string().size(), 1024U);
     EXPECT_EQ(Ask(program, "a", "b"), "no path");

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <GL/glx.h> // last: its macros would take GoogleTest's names
@@ -208,16 +209,13 @@ TEST_F(FullScreen, IsAWindowWhereGameModeFails) {
     EXPECT_EQ(calls, After({"glutEnterGameMode"}, fullScreenWindow));
 }
 
-TEST_F(FullScreen, IsAWindowWhereGameModeHasAnotherWidth) {
-    script.gameModeWidth = 1024;
-    EXPECT_EQ(__wrap_glutEnterGameMode(), 1);
-    EXPECT_EQ(calls, After({"glutEnterGameMode", "glutLeaveGameMode"}, fullScreenWindow));
-}
-
-TEST_F(FullScreen, IsAWindowWhereGameModeHasAnotherHeight) {
-    script.gameModeHeight = 768;
-    EXPECT_EQ(__wrap_glutEnterGameMode(), 1);
-    EXPECT_EQ(calls, After({"glutEnterGameMode", "glutLeaveGameMode"}, fullScreenWindow));
+TEST_F(FullScreen, IsAWindowWhereGameModeHasAnotherSize) {
+    for (const auto& [width, height] : {std::pair{1024, 1024}, {1280, 768}}) {
+        calls.clear();
+        script = {.gameModeWidth = width, .gameModeHeight = height};
+        EXPECT_EQ(__wrap_glutEnterGameMode(), 1);
+        EXPECT_EQ(calls, After({"glutEnterGameMode", "glutLeaveGameMode"}, fullScreenWindow));
+    }
 }
 
 TEST_F(FullScreen, TakesFreeglutsSizeWhereTheScreenDoesNotAnswer) {
