@@ -6,6 +6,8 @@
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -60,100 +62,91 @@ TEST_F(PngTexture, HasTheColoursOfAnRgbFile) {
     EXPECT_EQ(TextureColours(), ColoursOfSevenByFive());
 }
 
-TEST_F(PngTexture, HasTheColoursAndAlphaOfAnRgbaFile) {
-    Bind({.width = 2,
-          .colourType = PNG_COLOR_TYPE_RGB_ALPHA,
-          .rows = {10, 20, 30, 40, 50, 60, 70, 0}});
+struct Kind {
+    const char* name;
+    PngFile file;
+    std::vector<Rgba> colours;
+};
 
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{10, 20, 30, 40}, {50, 60, 70, 0}}));
+static std::ostream& operator<<(std::ostream& out, const Kind& kind) {
+    return out << kind.name;
 }
 
-TEST_F(PngTexture, ShowsGreyAsEqualChannels) {
-    Bind({.width = 3, .colourType = PNG_COLOR_TYPE_GRAY, .rows = {0, 100, 255}});
+class PngTextureOfAKind : public gltest::PngTextureFixture,
+                          public testing::WithParamInterface<Kind> {};
 
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{0, 0, 0}, {100, 100, 100}, {255, 255, 255}}));
+TEST_P(PngTextureOfAKind, HasItsColours) {
+    EXPECT_NE(Bind(GetParam().file), 0U);
+
+    EXPECT_EQ(TextureColours(), GetParam().colours);
 }
 
-TEST_F(PngTexture, SpreadsTwoBitGreyOverTheWholeRange) {
-    Bind({.width = 4, .colourType = PNG_COLOR_TYPE_GRAY, .depth = 2, .rows = {0b00'01'10'11}});
+static const Kind kinds[] = {
+    {"HasTheColoursAndAlphaOfAnRgbaFile",
+     {.width = 2, .colourType = PNG_COLOR_TYPE_RGB_ALPHA, .rows = {10, 20, 30, 40, 50, 60, 70, 0}},
+     {{10, 20, 30, 40}, {50, 60, 70, 0}}},
+    {"ShowsGreyAsEqualChannels",
+     {.width = 3, .colourType = PNG_COLOR_TYPE_GRAY, .rows = {0, 100, 255}},
+     {{0, 0, 0}, {100, 100, 100}, {255, 255, 255}}},
+    {"SpreadsTwoBitGreyOverTheWholeRange",
+     {.width = 4, .colourType = PNG_COLOR_TYPE_GRAY, .depth = 2, .rows = {0b00'01'10'11}},
+     {{0, 0, 0}, {85, 85, 85}, {170, 170, 170}, {255, 255, 255}}},
+    {"KeepsTheAlphaOfGreyWithAlpha",
+     {.width = 2, .colourType = PNG_COLOR_TYPE_GRAY_ALPHA, .rows = {100, 7, 200, 250}},
+     {{100, 100, 100, 7}, {200, 200, 200, 250}}},
+    {"LooksColoursUpInThePalette",
+     {.width = 3,
+      .colourType = PNG_COLOR_TYPE_PALETTE,
+      .rows = {2, 0, 1},
+      .palette = {{1, 2, 3}, {40, 50, 60}, {200, 210, 220}}},
+     {{200, 210, 220}, {1, 2, 3}, {40, 50, 60}}},
+    {"UnpacksAPaletteOfOneBit",
+     {.width = 3,
+      .colourType = PNG_COLOR_TYPE_PALETTE,
+      .depth = 1,
+      .rows = {0b101'00000},
+      .palette = {{1, 2, 3}, {40, 50, 60}}},
+     {{40, 50, 60}, {1, 2, 3}, {40, 50, 60}}},
+    {"TakesThePalettesAlphaAndLeavesTheRestOpaque",
+     {.width = 2,
+      .colourType = PNG_COLOR_TYPE_PALETTE,
+      .rows = {0, 1},
+      .palette = {{1, 2, 3}, {40, 50, 60}},
+      .paletteAlpha = {99}},
+     {{1, 2, 3, 99}, {40, 50, 60, 255}}},
+    {"MakesTheTransparentGreyTransparent",
+     {.width = 2,
+      .colourType = PNG_COLOR_TYPE_GRAY,
+      .rows = {100, 101},
+      .transparent = png_color_16{.index = 0, .red = 0, .green = 0, .blue = 0, .gray = 100}},
+     {{100, 100, 100, 0}, {101, 101, 101, 255}}},
+    {"MakesTheTransparentRgbTransparent",
+     {.width = 2,
+      .rows = {10, 20, 30, 10, 20, 31},
+      .transparent = png_color_16{.index = 0, .red = 10, .green = 20, .blue = 30, .gray = 0}},
+     {{10, 20, 30, 0}, {10, 20, 31, 255}}},
+    {"ComparesASixteenBitTransparentColourInAllItsBits",
+     {.width = 2,
+      .colourType = PNG_COLOR_TYPE_GRAY,
+      .depth = 16,
+      .rows = {0x80, 0x80, 0x80, 0x81},
+      .transparent = png_color_16{.index = 0, .red = 0, .green = 0, .blue = 0, .gray = 0x8080}},
+     {{0x80, 0x80, 0x80, 0}, {0x80, 0x80, 0x80}}},
+    {"RoundsSixteenBitsToTheNearestOfEight",
+     // 0x4079 lies 64.2 two-hundred-fifty-fifths up the range, 0x40FE 64.7.
+     {.width = 4,
+      .colourType = PNG_COLOR_TYPE_GRAY,
+      .depth = 16,
+      .rows = {0x00, 0x00, 0x40, 0x79, 0x40, 0xFE, 0xFF, 0xFF}},
+     {{0, 0, 0}, {64, 64, 64}, {65, 65, 65}, {255, 255, 255}}},
+    {"TakesASinglePixel", {.rows = {12, 34, 56}}, {{12, 34, 56}}},
+    {"DoesNotApplyTheFilesGamma",
+     {.width = 2, .rows = {10, 100, 200, 60, 120, 180}, .gamma = 1.0},
+     {{10, 100, 200}, {60, 120, 180}}},
+};
 
-    EXPECT_EQ(TextureColours(),
-              (std::vector<Rgba>{{0, 0, 0}, {85, 85, 85}, {170, 170, 170}, {255, 255, 255}}));
-}
-
-TEST_F(PngTexture, KeepsTheAlphaOfGreyWithAlpha) {
-    Bind({.width = 2, .colourType = PNG_COLOR_TYPE_GRAY_ALPHA, .rows = {100, 7, 200, 250}});
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{100, 100, 100, 7}, {200, 200, 200, 250}}));
-}
-
-TEST_F(PngTexture, LooksColoursUpInThePalette) {
-    Bind({.width = 3,
-          .colourType = PNG_COLOR_TYPE_PALETTE,
-          .rows = {2, 0, 1},
-          .palette = {{1, 2, 3}, {40, 50, 60}, {200, 210, 220}}});
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{200, 210, 220}, {1, 2, 3}, {40, 50, 60}}));
-}
-
-TEST_F(PngTexture, UnpacksAPaletteOfOneBit) {
-    Bind({.width = 3,
-          .colourType = PNG_COLOR_TYPE_PALETTE,
-          .depth = 1,
-          .rows = {0b101'00000},
-          .palette = {{1, 2, 3}, {40, 50, 60}}});
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{40, 50, 60}, {1, 2, 3}, {40, 50, 60}}));
-}
-
-TEST_F(PngTexture, TakesThePalettesAlphaAndLeavesTheRestOpaque) {
-    Bind({.width = 2,
-          .colourType = PNG_COLOR_TYPE_PALETTE,
-          .rows = {0, 1},
-          .palette = {{1, 2, 3}, {40, 50, 60}},
-          .paletteAlpha = {99}});
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{1, 2, 3, 99}, {40, 50, 60, 255}}));
-}
-
-TEST_F(PngTexture, MakesTheTransparentGreyTransparent) {
-    Bind({.width = 2,
-          .colourType = PNG_COLOR_TYPE_GRAY,
-          .rows = {100, 101},
-          .transparent = png_color_16{.index = 0, .red = 0, .green = 0, .blue = 0, .gray = 100}});
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{100, 100, 100, 0}, {101, 101, 101, 255}}));
-}
-
-TEST_F(PngTexture, MakesTheTransparentRgbTransparent) {
-    Bind({.width = 2,
-          .rows = {10, 20, 30, 10, 20, 31},
-          .transparent = png_color_16{.index = 0, .red = 10, .green = 20, .blue = 30, .gray = 0}});
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{10, 20, 30, 0}, {10, 20, 31, 255}}));
-}
-
-TEST_F(PngTexture, ComparesASixteenBitTransparentColourInAllItsBits) {
-    Bind(
-        {.width = 2,
-         .colourType = PNG_COLOR_TYPE_GRAY,
-         .depth = 16,
-         .rows = {0x80, 0x80, 0x80, 0x81},
-         .transparent = png_color_16{.index = 0, .red = 0, .green = 0, .blue = 0, .gray = 0x8080}});
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{0x80, 0x80, 0x80, 0}, {0x80, 0x80, 0x80}}));
-}
-
-TEST_F(PngTexture, RoundsSixteenBitsToTheNearestOfEight) {
-    // 0x4079 lies 64.2 two-hundred-fifty-fifths up the range, 0x40FE 64.7.
-    Bind({.width = 4,
-          .colourType = PNG_COLOR_TYPE_GRAY,
-          .depth = 16,
-          .rows = {0x00, 0x00, 0x40, 0x79, 0x40, 0xFE, 0xFF, 0xFF}});
-
-    EXPECT_EQ(TextureColours(),
-              (std::vector<Rgba>{{0, 0, 0}, {64, 64, 64}, {65, 65, 65}, {255, 255, 255}}));
-}
+INSTANTIATE_TEST_SUITE_P(File, PngTextureOfAKind, testing::ValuesIn(kinds),
+                         [](const auto& test) { return std::string(test.param.name); });
 
 TEST_F(PngTexture, PutsAnInterlacedFileTogether) {
     PngFile file = SevenByFive();
@@ -164,21 +157,9 @@ TEST_F(PngTexture, PutsAnInterlacedFileTogether) {
     EXPECT_EQ(TextureColours(), ColoursOfSevenByFive());
 }
 
-TEST_F(PngTexture, TakesASinglePixel) {
-    EXPECT_NE(Bind({.rows = {12, 34, 56}}), 0U);
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{12, 34, 56}}));
-}
-
 TEST_F(PngTexture, IsMadeWhateverFollowsThePictureInItsData) {
     const Bytes twoRows = Encode({.height = 2, .rows = {10, 20, 30, 40, 50, 60}});
     EXPECT_NE(BindPath(Store(gltest::WithClaimedSize(twoRows, 1, 1))), 0U);
-}
-
-TEST_F(PngTexture, DoesNotApplyTheFilesGamma) {
-    Bind({.width = 2, .rows = {10, 100, 200, 60, 120, 180}, .gamma = 1.0});
-
-    EXPECT_EQ(TextureColours(), (std::vector<Rgba>{{10, 100, 200}, {60, 120, 180}}));
 }
 
 TEST_F(PngTexture, HasTheFilesFirstRowAtTheLowEndOfT) {
