@@ -29,6 +29,12 @@ protected:
         }
     }
 
+    HeardMusic PlayFromTheBeginning(std::ptrdiff_t to) {
+        PlayZeros(silence);
+        Play(0, to);
+        return Read();
+    }
+
     Events Read(const std::string& lines) {
         std::ofstream(folder.Path("events")) << lines;
         return Events(folder.Path("events"));
@@ -59,9 +65,7 @@ TEST_F(FindingsTest, ErrorsAreSpreadByRank) {
 }
 
 TEST_F(FindingsTest, PositionsOfAllStartsAreTakenTogether) {
-    PlayZeros(silence);
-    Play(0, 60'000);
-    const HeardMusic heard = Read();
+    const HeardMusic heard = PlayFromTheBeginning(60'000);
     bench::Positions positions;
 
     for (const double offMs : {0.5, -1.5}) {
@@ -82,9 +86,7 @@ TEST_F(FindingsTest, PositionsOfAllStartsAreTakenTogether) {
 }
 
 TEST_F(FindingsTest, AnswersThatStepBackOrStandStillAreCounted) {
-    PlayZeros(silence);
-    Play(0, 60'000);
-    const HeardMusic heard = Read();
+    const HeardMusic heard = PlayFromTheBeginning(60'000);
     std::vector<Answer> answers;
     Ask(heard, 4000, 30'000, 0.0, answers);
     answers[100].musicMs = answers[99].musicMs;
@@ -122,9 +124,7 @@ TEST_F(FindingsTest, ABeginningThatIsNotInTheLogIsUnseen) {
 
 // In step half a second after the server was back, and late by 0.2 ms from then on.
 TEST_F(FindingsTest, AnswersAreInStepFromTheLastOnThatWasOff) {
-    PlayZeros(silence);
-    Play(0, 130'000);
-    const HeardMusic heard = Read();
+    const HeardMusic heard = PlayFromTheBeginning(130'000);
     const std::int64_t back = 20'000;
     std::vector<Answer> answers;
     Ask(heard, 4000, back + 22'050, 5.0, answers);
@@ -140,9 +140,7 @@ TEST_F(FindingsTest, AnswersAreInStepFromTheLastOnThatWasOff) {
 }
 
 TEST_F(FindingsTest, OneLateAnswerIsNotOutOfStep) {
-    PlayZeros(silence);
-    Play(0, 60'000);
-    const HeardMusic heard = Read();
+    const HeardMusic heard = PlayFromTheBeginning(60'000);
     std::vector<Answer> answers;
     Ask(heard, 4000, 60'000, 0.0, answers);
     for (std::size_t i = 600; i < 609; ++i) {
@@ -153,9 +151,7 @@ TEST_F(FindingsTest, OneLateAnswerIsNotOutOfStep) {
 }
 
 TEST_F(FindingsTest, WhatIsHeardLaterIsHeldToWhatLeftBefore) {
-    PlayZeros(silence);
-    Play(0, 130'000);
-    const HeardMusic heard = Read();
+    const HeardMusic heard = PlayFromTheBeginning(130'000);
     std::vector<Answer> answers;
     for (std::int64_t ns = NsOf(40'000); ns < NsOf(120'000); ns += 1'000'000) {
         const std::int64_t latencyNs = ns < NsOf(60'000) ? 200'000'000 : 350'500'000;

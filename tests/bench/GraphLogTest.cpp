@@ -1,18 +1,9 @@
 // What the benchmarks take for the truth in PipeWire's graph, where the music is resampled.
-#include "HeardMusic.h"
-#include "Mp3Files.h"
-#include "SinkLog.h"
+#include "SinkLogFixture.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <numbers>
-#include <random>
-#include <vector>
 
 using bench::Frame;
 using bench::HeardMusic;
@@ -29,14 +20,7 @@ protected:
     static constexpr std::int64_t cycleFrames = 1024;
 
     static void SetUpTestSuite() {
-        std::mt19937 random(2);
-        std::uniform_real_distribution<float> level(-0.9F, 0.9F);
-        std::vector<float> noise(std::size_t{2} * 3 * bench::rateHz);
-        std::generate(noise.begin(), noise.end(), [&] { return level(random); });
-        files::Folder folder;
-        files::EncodeMp3(folder.Path("soft.mp3"), noise, bench::rateHz,
-                         {"-b", "192", "-t", "--resample", "44.1", "--lowpass", "2"});
-        music = new Music(folder.Path("soft.mp3"));
+        music = MakeNoise(2, 0.9F, {"-b", "192", "-t", "--resample", "44.1", "--lowpass", "2"});
     }
     static void TearDownTestSuite() {
         delete music;
@@ -67,17 +51,13 @@ protected:
     // Cycles until that many frames at @p rate have been played, the first of them the music's
     // @p place; what is before its beginning is silent.
     void Play(double place, std::int64_t count, std::int64_t rate, bool follows = false) {
-        std::ofstream log(folder.Path("sink"), std::ios::binary | std::ios::app);
         std::vector<Frame> cycle(cycleFrames);
         for (std::int64_t done = 0; done < count; done += cycleFrames) {
             for (Frame& frame : cycle) {
                 frame = place < 0.0 ? Frame{} : MusicAt(place);
                 place += static_cast<double>(bench::rateHz) / static_cast<double>(rate);
             }
-            const bench::SinkBlock block = {nowNs, rate, done > 0 || follows ? 1 : 0,
-                                            cycleFrames * static_cast<std::int64_t>(sizeof(Frame))};
-            log.write(reinterpret_cast<const char*>(&block), sizeof(block));
-            log.write(reinterpret_cast<const char*>(cycle.data()), block.size);
+            AppendBlock(folder.Path("sink"), {nowNs, rate, done > 0 || follows ? 1 : 0, 0}, cycle);
             nowNs += cycleFrames * 1'000'000'000 / rate;
         }
     }

@@ -13,22 +13,38 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <span>
+#include <string>
 #include <vector>
+
+/// Three seconds of noise from -@p level to @p level, by the lame program with @p options: each
+/// moment of it is like no other.
+inline bench::Music* MakeNoise(unsigned int seed, float level,
+                               const std::vector<std::string>& options) {
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> levels(-level, level);
+    std::vector<float> noise(std::size_t{2} * 3 * bench::rateHz);
+    std::generate(noise.begin(), noise.end(), [&] { return levels(random); });
+    files::Folder folder;
+    files::EncodeMp3(folder.Path("noise.mp3"), noise, bench::rateHz, options);
+    return new bench::Music(folder.Path("noise.mp3"));
+}
+
+/// Adds a block of @p frames to the log @p path.
+inline void AppendBlock(const std::string& path, bench::SinkBlock block,
+                        std::span<const bench::Frame> frames) {
+    std::ofstream log(path, std::ios::binary | std::ios::app);
+    block.size = static_cast<std::int64_t>(frames.size_bytes());
+    log.write(reinterpret_cast<const char*>(&block), sizeof(block));
+    log.write(reinterpret_cast<const char*>(frames.data()), block.size);
+}
 
 class SinkLogTest : public testing::Test {
 protected:
     static constexpr std::int64_t beginNs = 5'000'000'000;
     static constexpr std::int64_t blockFrames = 1102;
 
-    static void SetUpTestSuite() {
-        std::mt19937 random(1);
-        std::uniform_real_distribution<float> level(-0.4F, 0.4F);
-        std::vector<float> noise(std::size_t{2} * 3 * bench::rateHz);
-        std::generate(noise.begin(), noise.end(), [&] { return level(random); });
-        files::Folder folder;
-        files::EncodeMp3(folder.Path("noise.mp3"), noise, bench::rateHz, {"-b", "192", "-t"});
-        music = new bench::Music(folder.Path("noise.mp3"));
-    }
+    static void SetUpTestSuite() { music = MakeNoise(1, 0.4F, {"-b", "192", "-t"}); }
     static void TearDownTestSuite() {
         delete music;
         music = nullptr;
@@ -47,11 +63,9 @@ protected:
 
     // Writes @p count of the frames from @p from on as one block.
     void WriteBlock(std::int64_t from, std::int64_t count) {
-        std::ofstream log(folder.Path("sink"), std::ios::binary | std::ios::app);
-        const std::int64_t size = count * static_cast<std::int64_t>(sizeof(bench::Frame));
-        const bench::SinkBlock block = {NsOf(from), bench::rateHz, 0, size};
-        log.write(reinterpret_cast<const char*>(&block), sizeof(block));
-        log.write(reinterpret_cast<const char*>(sound.data() + from), size);
+        AppendBlock(folder.Path("sink"), {NsOf(from), bench::rateHz, 0, 0},
+                    std::span(sound).subspan(static_cast<std::size_t>(from),
+                                             static_cast<std::size_t>(count)));
     }
 
     // From frame @p from on the sink renders what is not in the log yet, or is to be anew.
