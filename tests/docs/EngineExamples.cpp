@@ -44,12 +44,17 @@ void DemoEngineExample() {
     demo->Refresh();         // goes there, reads the spectrum, ticks the clock
     demo->textures->GetTexture("skovr");
     glEnable(GL_TEXTURE_2D);
+    glEnable(GL_DEPTH_TEST);
     glMatrixMode(GL_TEXTURE);
+    glPushMatrix();
     glScalef(1.0F, -1.0F, 1.0F); // a picture begins at its top, a mirror at its bottom
     glMatrixMode(GL_MODELVIEW);
     demo->EnableSEM(); // what is drawn from here on mirrors the texture
     glutSolidSphere(250.0, 60, 60);
     demo->DisableSEM();
+    glMatrixMode(GL_TEXTURE);
+    glPopMatrix();
+    glMatrixMode(GL_MODELVIEW);
     // [/DemoEngine]
 }
 
@@ -82,6 +87,7 @@ void LightEngineExample() {
     demo->light->ActivateLight();
     glPopMatrix();
     glEnable(GL_LIGHTING);
+    glEnable(GL_DEPTH_TEST);
     glutSolidTeapot(220.0);
     glDisable(GL_LIGHTING);
     // [/LightEngine]
@@ -94,6 +100,7 @@ void TextureManagerExample() {
     }
     demo->textures->GetTexture("tile");
     glEnable(GL_TEXTURE_2D);
+    glEnable(GL_DEPTH_TEST);
     glutSolidTeapot(220.0);
     // [/TextureManager]
 }
@@ -109,6 +116,7 @@ void BoxExample() {
     box.colour[4][2] = 0.7F; // row 4: the right side
     glRotatef(25.0F, 1.0F, 0.0F, 0.0F);
     glRotatef(-30.0F, 0.0F, 1.0F, 0.0F);
+    glEnable(GL_DEPTH_TEST); // without it the face drawn last is in front
     box.DrawBox();
     // [/Box]
 }
@@ -121,6 +129,7 @@ void AtomExample() {
     carbon.distance = 180.0F;
     carbon.radius = 30.0F;
     carbon.x = -200.0F;
+    glEnable(GL_DEPTH_TEST);
     carbon.Draw();
     engine::Atoms(210.0F, 0.0F, 0.0F, 1, 90.0F); // hydrogen, in one call
     // [/Atom]
@@ -237,9 +246,6 @@ const Example* shown = nullptr;
 
 void DrawExample() {
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    glMatrixMode(GL_TEXTURE);
-    glLoadIdentity();
-    glMatrixMode(GL_MODELVIEW);
     glLoadIdentity();
     glTranslatef(0.0F, 0.0F, -900.0F);
     glDisable(GL_TEXTURE_2D);
@@ -281,7 +287,6 @@ int main(int argc, char** argv) {
     demo->SetFmod(new engine::FmodEngine("synchtune"));
     demo->textures->LoadTexture("skovr", "png", "skovr");
     demo->fmod->Play();
-    glEnable(GL_DEPTH_TEST);
     glLineWidth(2.0F);
     glutDisplayFunc(DrawExample);
     glutKeyboardFunc(LeaveOnEscape);
