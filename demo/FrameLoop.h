@@ -1,8 +1,9 @@
-// The frame loop: one timer tick draws one frame and asks for one more.
+// The frame loop: each timer tick draws a frame and requests a second one.
 #pragma once
 
-/// The timer callback: draws a frame, arms itself again, then posts a redisplay, which draws the
-/// same moment a second time. @p value is not used.
+/// The timer callback: draws a frame, arms itself again, then posts a redisplay, for which GLUT
+/// draws another: at a later position if time has passed, and with everything turned and scrolled
+/// one step further. @p value is not used.
 void TimerFunc(int value);
 
 /// The display callback: draws one frame, or ends the program once the music has passed 33000 ms.

@@ -1,8 +1,8 @@
 // The visible show: the picture, the spectrum bars and the box.
 #pragma once
 
-/// The box is black and hardly a point on the screen: it is drawn, and not to be noticed.
-/// Draws the show for the present music position and spectrum and moves it on by one frame.
+/// Draws the show for the current playback position and spectrum and advances it by one frame.
+/// The box is black and about a pixel in size: it is drawn, but hardly visible.
 /// Needs `demo`, `kasse` and a current OpenGL context with the model-view matrix selected.
 /// Leaves the model-view matrix moved (the caller restores it), the texture matrix scrolled for
 /// the next frame's picture, texturing enabled and the current colour black.

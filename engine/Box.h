@@ -27,10 +27,12 @@ public:
     float width; ///< half-extent along x; edges are twice as long
     float height;
     float depth;
-    float pulse;        ///< not used by the drawing
-    float colour[6][3]; ///< red, green, blue, 0..1; which face has which row: see DrawSizedBox
-    bool growing;       ///< whether `pulse` rises
-    int texture;        ///< GL texture name; 0: none
+    float pulse; ///< not used by the drawing
+    /// Red, green, blue, 0..1. Row 0: back (-z); 2: left (-x); 3: top (+y); 4: right (+x);
+    /// 5: bottom (-y) and front (+z). Row 1 colours no face.
+    float colour[6][3];
+    bool growing; ///< whether `pulse` rises
+    int texture;  ///< GL texture name; 0: none
 };
 
 } // namespace engine

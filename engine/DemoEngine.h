@@ -24,11 +24,13 @@ public:
     void SetFmod(FmodEngine* musicEngine);
 
     /// The engine's step of a frame: applies the camera offset to the current matrix, refreshes
-    /// the spectrum and ticks the clock. Needs SetFmod and a current OpenGL context.
+    /// the spectrum and ticks the clock. Needs a current OpenGL context, SetFmod and
+    /// FmodEngine::Play: before Play the process ends with status 255.
     void Refresh();
 
     /// What is drawn from here on is textured as if it mirrored the texture: its coordinates come
-    /// from its normals. DisableSEM ends that. Both need a current OpenGL context.
+    /// from its normals. DisableSEM ends that. Both need a current OpenGL context. EnableSEM
+    /// leaves GL_INVALID_ENUM for glGetError.
     void EnableSEM();
     void DisableSEM();
 

@@ -11,11 +11,11 @@
 namespace engine {
 
 /// Owns the sound library's system, one sound and the channel it plays on. Main thread only.
-/// Operations marked "checked" end the process through FmodCheckError when the library refuses,
-/// as it does whatever they ask of a channel before Play; the others ignore a refusal.
+/// Operations marked "checked" end the process with status 255, through FmodCheckError, when the
+/// library refuses; those marked "needs Play" are refused before it. The others ignore a refusal.
 class FmodEngine : public BaseEngine {
 public:
-    /// Starts the library and opens resource @p name of type "mp3". Checked.
+    /// Starts the library and opens resource @p name (Mac Roman) of type "mp3". Checked.
     explicit FmodEngine(std::string name);
 
     /// The same for resource "music", without the two lines of progress. Checked.
@@ -32,10 +32,10 @@ public:
     void BasicInit();
 
     /// Returns if @p result is FMOD_OK; otherwise prints the error on standard output and ends the
-    /// process with status -1.
+    /// process with status 255.
     void FmodCheckError(FMOD_RESULT result);
 
-    /// Starts the music from its beginning. Checked.
+    /// Starts the music from its beginning, at full volume whatever `volume` holds. Checked.
     void Play();
 
     /// Lets the library do its periodic work.
@@ -51,22 +51,23 @@ public:
     /// The band that holds @p frequency, in Hz; 22050 gives 512, one past the last.
     int GetIndex(int frequency);
 
-    /// The music position heard now, in ms. Checked.
+    /// The playback position heard now, in ms of music. Checked, needs Play.
     std::uint32_t GetCurTime();
 
-    /// Whether the music still plays; traces the answer on standard output. Checked.
+    /// Whether the music still plays; traces the answer on standard output. Checked after Play;
+    /// before it false, with another trace.
     bool GetIsPlaying();
 
-    /// Checked.
+    /// Checked, needs Play.
     bool GetMute();
 
-    /// Applies the present mute state again. Checked.
+    /// Applies the present mute state again. Checked, needs Play.
     void SetMute();
 
-    /// Pauses or goes on.
+    /// Pauses or resumes; does nothing before Play.
     void SetPaused();
 
-    /// @p newVolume: 0..255, linear.
+    /// @p newVolume: 0..255, linear. Before Play it only sets `volume`, which Play does not apply.
     void SetVolume(float newVolume);
 
     FMOD::System* system = nullptr;
@@ -76,10 +77,10 @@ public:
     std::uint32_t position = 0;       ///< ms, latest answer
     std::uint32_t version = 0;        ///< of the library, see FMOD_VERSION
     float spectrum[512] = {};         ///< magnitudes, lowest band first, each 43 Hz wide
-    float volume = 0;                 ///< 0..255
+    float volume = 0;                 ///< 0..255, as last passed to SetVolume; 40 before that
     bool mute = false;                ///< as last read
     bool stopped = false;             ///< true until Play
-    bool paused = false;              ///< as last read
+    bool paused = false;              ///< as read by SetPaused, before it switched
 };
 
 } // namespace engine

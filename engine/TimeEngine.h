@@ -16,7 +16,8 @@ public:
     /// Zeroes every field, the music engine included: Update needs it set again.
     void ClearAll();
 
-    /// One tick. Ends the process, as FmodEngine::GetCurTime does, when the position is refused.
+    /// One tick. Ends the process with status 255 when FmodEngine::GetCurTime is refused, as it
+    /// is before FmodEngine::Play.
     void Update();
 
     FmodEngine* fmod;
