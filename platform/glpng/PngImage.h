@@ -18,13 +18,13 @@ struct PngImage {
     std::size_t RowBytes() const { return std::size_t{width} * (hasAlpha ? 4 : 3); }
 };
 
-/// The most that a decoded picture may need.
+/// The limit for the decoded pixels of one picture.
 inline constexpr std::size_t maxPixelBytes = std::size_t{256} << 20;
 
 /// Reads the PNG file that starts at the position of @p file.
 /// False, with @p image in any state: it is none, is damaged or cut short, has a side of more
-/// than @p maxSide (>= 1) pixels, or needs more than maxPixelBytes; for its size it is refused
-/// before anything is allocated. Throws nothing.
+/// than @p maxSide (>= 1) pixels, or pixels that would need more than maxPixelBytes, which
+/// are then not allocated. Throws nothing.
 bool DecodePng(std::FILE* file, unsigned int maxSide, PngImage& image);
 
 } // namespace glpng
