@@ -8,7 +8,7 @@
 
 namespace bench {
 
-using Kind = HeardMusic::Stretch::Kind;
+using Kind = GroundTruth::Stretch::Kind;
 
 static double MsOf(std::int64_t frames) {
     return static_cast<double>(frames) * 1000.0 / rateHz;
@@ -33,13 +33,13 @@ double Errors::Percentile(double share) const {
     return sorted[static_cast<std::size_t>(place)];
 }
 
-void Positions::Add(const HeardMusic& heard, const std::vector<Answer>& answers) {
+void Positions::Add(const GroundTruth& heard, const std::vector<Answer>& answers) {
     constexpr double beginningMs = 200.0;
     Errors errors;
     const Answer* last = nullptr;
     bool lastRan = false;
     for (const Answer& answer : answers) {
-        const HeardMusic::Moment moment = heard.At(answer.ns);
+        const GroundTruth::Moment moment = heard.At(answer.ns);
         if (answer.ns >= heard.EndNs()) {
             break;
         }
@@ -76,11 +76,11 @@ double Positions::SamePercent() const {
     return pairs == 0 ? std::nan("") : 100.0 * same / pairs;
 }
 
-void Positions::AddBeginning(const HeardMusic& heard) {
+void Positions::AddBeginning(const GroundTruth& heard) {
     const auto& stretches = heard.Stretches();
     const auto first =
         std::find_if(stretches.begin(), stretches.end(),
-                     [](const HeardMusic::Stretch& some) { return some.kind == Kind::Runs; });
+                     [](const GroundTruth::Stretch& some) { return some.kind == Kind::Runs; });
     if (!heard.IsBeginningSeen()) {
         ++unseen;
     } else if (first != stretches.end()) {
@@ -111,7 +111,7 @@ std::int64_t Events::LatencyNs(std::int64_t ns) const {
     return latencyNs;
 }
 
-AnswersAfterChange FindAnswersAfterChange(const HeardMusic& heard,
+AnswersAfterChange FindAnswersAfterChange(const GroundTruth& heard,
                                           const std::vector<Answer>& answers,
                                           const Events& events) {
     constexpr std::int64_t settledNs = 2'000'000'000;
@@ -127,7 +127,7 @@ AnswersAfterChange FindAnswersAfterChange(const HeardMusic& heard,
         }
         found.backSteps += last != nullptr && answer.musicMs < last->musicMs ? 1 : 0;
         last = &answer;
-        const HeardMusic::Moment moment = heard.At(leftNs);
+        const GroundTruth::Moment moment = heard.At(leftNs);
         if (moment.kind != Kind::Runs || answer.ns < events.backNs) {
             continue;
         }
@@ -143,14 +143,14 @@ AnswersAfterChange FindAnswersAfterChange(const HeardMusic& heard,
     return found;
 }
 
-SoundAfterChange FindSoundAfterChange(const HeardMusic& heard, const Events& events) {
+SoundAfterChange FindSoundAfterChange(const GroundTruth& heard, const Events& events) {
     if (heard.EndNs() < events.backNs) { // nothing more
         constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
         return {unknown, unknown, unknown, unknown};
     }
     SoundAfterChange found = {};
-    const HeardMusic::Stretch* last = nullptr;
-    for (const HeardMusic::Stretch& stretch : heard.Stretches()) {
+    const GroundTruth::Stretch* last = nullptr;
+    for (const GroundTruth::Stretch& stretch : heard.Stretches()) {
         if (stretch.kind != Kind::Runs) {
             continue;
         }
@@ -180,13 +180,13 @@ static std::int64_t AudibleFrames(const Music& music) {
     return frames.rend() - last;
 }
 
-Dropouts FindDropouts(const HeardMusic& heard, const Music& music) {
+Dropouts FindDropouts(const GroundTruth& heard, const Music& music) {
     int dropouts = 0;
     std::int64_t silent = 0;
     std::int64_t pending = 0;
     std::int64_t unseen = 0;
     std::int64_t lastFrame = 0;
-    for (const HeardMusic::Stretch& stretch : heard.Stretches()) {
+    for (const GroundTruth::Stretch& stretch : heard.Stretches()) {
         if (stretch.kind == Kind::Unseen) {
             unseen += stretch.count;
         } else if (stretch.kind != Kind::Runs) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Answers.h"
-#include "HeardMusic.h"
+#include "GroundTruth.h"
 #include "Music.h"
 
 #include <cstddef>
@@ -32,7 +32,7 @@ private:
 class Positions {
 public:
     /// One start more, up to the last frame heard, where the truth is known.
-    void Add(const HeardMusic& heard, const std::vector<Answer>& answers);
+    void Add(const GroundTruth& heard, const std::vector<Answer>& answers);
 
     const Errors& All() const { return all; }
     /// Of all, pauses and what came before the music included: the error furthest from 0.
@@ -51,7 +51,7 @@ public:
     double SamePercent() const;
 
 private:
-    void AddBeginning(const HeardMusic& heard);
+    void AddBeginning(const GroundTruth& heard);
 
     Errors all;
     double worst = 0.0;
@@ -83,7 +83,7 @@ struct AnswersAfterChange {
     double offMs = 0; ///< until when, from then on, ten on end were off by more than 1 ms
     int backSteps = 0;
 };
-AnswersAfterChange FindAnswersAfterChange(const HeardMusic& heard,
+AnswersAfterChange FindAnswersAfterChange(const GroundTruth& heard,
                                           const std::vector<Answer>& answers, const Events& events);
 
 /// What became of the sound. All in ms; not a number when nothing more was heard.
@@ -93,7 +93,7 @@ struct SoundAfterChange {
     double silent;   ///< between two stretches of the music
     double resumed;  ///< after the server was back, the last time that the music went on
 };
-SoundAfterChange FindSoundAfterChange(const HeardMusic& heard, const Events& events);
+SoundAfterChange FindSoundAfterChange(const GroundTruth& heard, const Events& events);
 
 /// Where the music did not run on, or ended too early, or was not heard at all. Where the log says
 /// nothing, and the music ran on, there was none. Resampled frames are counted to one or two.
@@ -102,6 +102,6 @@ struct Dropouts {
     double lostMs;  ///< silence instead of music
     double heardMs; ///< where the music ended
 };
-Dropouts FindDropouts(const HeardMusic& heard, const Music& music);
+Dropouts FindDropouts(const GroundTruth& heard, const Music& music);
 
 } // namespace bench

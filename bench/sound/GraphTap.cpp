@@ -1,5 +1,5 @@
 // Listens to what a player hands to PipeWire's graph, and writes it down with the time at which it
-// is heard; HeardMusic reads it: graph-tap LOG
+// is heard; GroundTruth reads it: graph-tap LOG
 //
 // A sink's monitor would be late by one cycle. The log appears when it is ready for a stream.
 #include "CycleRing.h"

@@ -1,5 +1,5 @@
-// Which frame of the music a sink let be heard when: the truth that positions are held to.
-#include "HeardMusic.h"
+// The ground truth of a measurement: which frame of the music the sink played when.
+#include "GroundTruth.h"
 
 #include "SinkLog.h"
 
@@ -64,12 +64,12 @@ static bool IsFaded(Frame heard, Frame played, bool resampled) {
     return fits(heard.left, played.left) && fits(heard.right, played.right);
 }
 
-HeardMusic::HeardMusic(const std::string& sinkLogPath, const Music& music) {
+GroundTruth::GroundTruth(const std::string& sinkLogPath, const Music& music) {
     Read(sinkLogPath);
     Recognise(music);
 }
 
-void HeardMusic::Read(const std::string& path) {
+void GroundTruth::Read(const std::string& path) {
     std::ifstream log(path, std::ios::binary);
     SinkBlock block = {};
     std::vector<Frame> rendered; // one after the other, at the same rate
@@ -96,7 +96,7 @@ void HeardMusic::Read(const std::string& path) {
 }
 
 // What a block was rendered anew for is not heard: the later block counts.
-void HeardMusic::MakeRoomAt(std::int64_t heardNs) {
+void GroundTruth::MakeRoomAt(std::int64_t heardNs) {
     while (!blocks.empty() && blocks.back().heardNs >= heardNs) {
         frames.resize(static_cast<std::size_t>(std::llround(blocks.back().sinkFrame)));
         blocks.pop_back();
@@ -114,7 +114,7 @@ void HeardMusic::MakeRoomAt(std::int64_t heardNs) {
 }
 
 // In one go, so that there are no joints; soxr gives each frame its own time back.
-void HeardMusic::Append(const std::vector<Frame>& rendered, std::int64_t rate) {
+void GroundTruth::Append(const std::vector<Frame>& rendered, std::int64_t rate) {
     if (rendered.empty()) {
         return;
     }
@@ -140,21 +140,21 @@ void HeardMusic::Append(const std::vector<Frame>& rendered, std::int64_t rate) {
     }
 }
 
-bool HeardMusic::IsResampled(std::int64_t sinkFrame) const {
+bool GroundTruth::IsResampled(std::int64_t sinkFrame) const {
     const auto next =
         std::upper_bound(parts.begin(), parts.end(), sinkFrame,
                          [](std::int64_t frame, const Part& part) { return frame < part.begin; });
     return next != parts.begin() && std::prev(next)->resampled;
 }
 
-std::int64_t HeardMusic::EndOfPart(std::int64_t sinkFrame) const {
+std::int64_t GroundTruth::EndOfPart(std::int64_t sinkFrame) const {
     const auto next =
         std::upper_bound(parts.begin(), parts.end(), sinkFrame,
                          [](std::int64_t frame, const Part& part) { return frame < part.begin; });
     return next == parts.end() ? std::ssize(frames) : next->begin;
 }
 
-std::int64_t HeardMusic::PassSilence(std::int64_t sinkFrame, std::int64_t musicFrame) {
+std::int64_t GroundTruth::PassSilence(std::int64_t sinkFrame, std::int64_t musicFrame) {
     const bool resampled = IsResampled(sinkFrame);
     std::int64_t end = sinkFrame;
     while (end < std::ssize(frames) && IsZero(frames[static_cast<std::size_t>(end)], resampled)) {
@@ -166,7 +166,7 @@ std::int64_t HeardMusic::PassSilence(std::int64_t sinkFrame, std::int64_t musicF
     return end;
 }
 
-std::int64_t HeardMusic::PassUnseen(std::int64_t sinkFrame, std::int64_t musicFrame) {
+std::int64_t GroundTruth::PassUnseen(std::int64_t sinkFrame, std::int64_t musicFrame) {
     std::int64_t end = sinkFrame;
     while (end < std::ssize(frames) && IsUnseen(frames[static_cast<std::size_t>(end)])) {
         ++end;
@@ -178,8 +178,8 @@ std::int64_t HeardMusic::PassUnseen(std::int64_t sinkFrame, std::int64_t musicFr
 }
 
 // As long as the music goes on frame by frame, at its level or at a lower one for a while.
-std::int64_t HeardMusic::FollowMusic(const Music& music, std::int64_t sinkFrame,
-                                     Music::Place& place) {
+std::int64_t GroundTruth::FollowMusic(const Music& music, std::int64_t sinkFrame,
+                                      Music::Place& place) {
     const bool resampled = IsResampled(sinkFrame);
     const std::int64_t last = EndOfPart(sinkFrame);
     const std::int64_t begin = sinkFrame;
@@ -209,8 +209,8 @@ std::int64_t HeardMusic::FollowMusic(const Music& music, std::int64_t sinkFrame,
 
 // Which frame of the music is at @p sinkFrame. Quiet places are all alike and the beginning may be
 // faded in, so what follows is looked at.
-std::optional<Music::Place> HeardMusic::FindPlace(const Music& music, std::int64_t sinkFrame,
-                                                  std::int64_t expected) const {
+std::optional<Music::Place> GroundTruth::FindPlace(const Music& music, std::int64_t sinkFrame,
+                                                   std::int64_t expected) const {
     const bool resampled = IsResampled(sinkFrame);
     const std::int64_t size = resampled ? resampledSnippet : snippet;
     const std::int64_t last = std::min(sinkFrame + longestFade, std::ssize(frames) - size);
@@ -232,7 +232,7 @@ std::optional<Music::Place> HeardMusic::FindPlace(const Music& music, std::int64
     return std::nullopt;
 }
 
-void HeardMusic::Recognise(const Music& music) {
+void GroundTruth::Recognise(const Music& music) {
     std::int64_t musicFrame = 0;
     std::int64_t at = 0;
     while (at < std::ssize(frames)) {
@@ -267,7 +267,7 @@ void HeardMusic::Recognise(const Music& music) {
 }
 
 // Forgets what was made of the frames from @p sinkFrame on.
-void HeardMusic::Cut(std::int64_t sinkFrame) {
+void GroundTruth::Cut(std::int64_t sinkFrame) {
     while (!stretches.empty() && stretches.back().sinkFrame >= sinkFrame) {
         stretches.pop_back();
     }
@@ -277,7 +277,7 @@ void HeardMusic::Cut(std::int64_t sinkFrame) {
     }
 }
 
-std::int64_t HeardMusic::PassUnknown(std::int64_t sinkFrame, std::int64_t musicFrame) {
+std::int64_t GroundTruth::PassUnknown(std::int64_t sinkFrame, std::int64_t musicFrame) {
     std::int64_t end = sinkFrame;
     while (end < std::min(sinkFrame + snippet, std::ssize(frames)) &&
            !IsUnseen(frames[static_cast<std::size_t>(end)])) {
@@ -289,7 +289,7 @@ std::int64_t HeardMusic::PassUnknown(std::int64_t sinkFrame, std::int64_t musicF
     return end;
 }
 
-std::int64_t HeardMusic::NsOf(std::int64_t sinkFrame) const {
+std::int64_t GroundTruth::NsOf(std::int64_t sinkFrame) const {
     const auto frame = static_cast<double>(sinkFrame);
     const auto next =
         std::upper_bound(blocks.begin(), blocks.end(), frame,
@@ -298,7 +298,7 @@ std::int64_t HeardMusic::NsOf(std::int64_t sinkFrame) const {
     return block.heardNs + NsIn(frame - block.sinkFrame);
 }
 
-std::int64_t HeardMusic::BeginNs() const {
+std::int64_t GroundTruth::BeginNs() const {
     for (const Stretch& stretch : stretches) {
         if (stretch.kind == Stretch::Kind::Runs) {
             return NsOf(stretch.sinkFrame);
@@ -307,7 +307,7 @@ std::int64_t HeardMusic::BeginNs() const {
     return 0;
 }
 
-std::int64_t HeardMusic::EndNs() const {
+std::int64_t GroundTruth::EndNs() const {
     for (auto stretch = stretches.rbegin(); stretch != stretches.rend(); ++stretch) {
         if (stretch->kind == Stretch::Kind::Runs) {
             return NsOf(stretch->sinkFrame + stretch->count);
@@ -316,7 +316,7 @@ std::int64_t HeardMusic::EndNs() const {
     return 0;
 }
 
-bool HeardMusic::IsBeginningSeen() const {
+bool GroundTruth::IsBeginningSeen() const {
     for (const Stretch& stretch : stretches) {
         if (stretch.kind == Stretch::Kind::Runs) {
             return stretch.sinkFrame > 0 || stretch.musicFrame == 0;
@@ -325,7 +325,7 @@ bool HeardMusic::IsBeginningSeen() const {
     return true;
 }
 
-HeardMusic::Moment HeardMusic::At(std::int64_t ns) const {
+GroundTruth::Moment GroundTruth::At(std::int64_t ns) const {
     const auto beginning = IsBeginningSeen() ? Stretch::Kind::Silent : Stretch::Kind::Unseen;
     const auto next = std::upper_bound(
         blocks.begin(), blocks.end(), ns,

@@ -1,4 +1,4 @@
-// Which frame of the music a sink let be heard when: the truth that positions are held to.
+// The ground truth of a measurement: which frame of the music the sink played when.
 #pragma once
 
 #include "Music.h"
@@ -10,12 +10,12 @@
 
 namespace bench {
 
-class HeardMusic {
+class GroundTruth {
 public:
     /// Finds each frame of the log at @p sinkLogPath, see SinkLog.h, in @p music. What was not
     /// rendered at the music's rate is resampled first, and the music must then be without notes
     /// above 2 kHz.
-    HeardMusic(const std::string& sinkLogPath, const Music& music);
+    GroundTruth(const std::string& sinkLogPath, const Music& music);
 
     /// A stretch of the sink's time in which the music ran on, stood still, was not recognised, or
     /// of which the log says nothing.

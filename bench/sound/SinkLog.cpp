@@ -1,5 +1,5 @@
 // Preloaded into a PulseAudio server: writes down every block its null sink renders, with the time
-// at which the block's first frame is heard. The file is named by SINK_LOG; HeardMusic reads it.
+// at which the block's first frame is heard. The file is named by SINK_LOG; GroundTruth reads it.
 //
 // The sink calls pa_sink_render by name, so this one is called in its place, on the sink's own
 // thread. No package has headers for the server's inner interface: what is used of it is declared

@@ -1,5 +1,5 @@
 // The file that says what was heard when, one block after the other. SinkLog.cpp and GraphTap.cpp
-// write it, HeardMusic reads it.
+// write it, GroundTruth reads it.
 #pragma once
 
 #include <cstdint>

@@ -9,12 +9,12 @@
 #include "Answers.h"
 #include "Clock.h"
 #include "Findings.h"
-#include "HeardMusic.h"
+#include "GroundTruth.h"
 
 #include <cstdio>
 #include <string_view>
 
-using bench::HeardMusic;
+using bench::GroundTruth;
 
 static void Print(const bench::Errors& errors) {
     std::printf("answers=%zu median=%+.3f p1=%+.3f p99=%+.3f least=%+.3f most=%+.3f ",
@@ -25,7 +25,7 @@ static void Print(const bench::Errors& errors) {
 static int ComparePositions(const bench::Music& music, int count, char** files) {
     bench::Positions positions;
     for (int i = 0; i < count; i += 2) {
-        positions.Add(HeardMusic(files[i], music), bench::ReadAnswers(files[i + 1]));
+        positions.Add(GroundTruth(files[i], music), bench::ReadAnswers(files[i + 1]));
     }
     Print(positions.All());
     std::printf("worst=%+.3f back=%d same=%.3f worstMedian=%+.3f beginning=%+.3f lost=%lld "
@@ -37,7 +37,7 @@ static int ComparePositions(const bench::Music& music, int count, char** files) 
 }
 
 static int CompareChange(const bench::Music& music, char** files) {
-    const HeardMusic heard(files[0], music);
+    const GroundTruth heard(files[0], music);
     const bench::Events events(files[2]);
     const auto answers = bench::FindAnswersAfterChange(heard, bench::ReadAnswers(files[1]), events);
     const auto sound = bench::FindSoundAfterChange(heard, events);
@@ -49,7 +49,7 @@ static int CompareChange(const bench::Music& music, char** files) {
 }
 
 static int CountDropouts(const bench::Music& music, const char* sinkLog) {
-    const bench::Dropouts dropouts = bench::FindDropouts(HeardMusic(sinkLog, music), music);
+    const bench::Dropouts dropouts = bench::FindDropouts(GroundTruth(sinkLog, music), music);
     std::printf("dropouts=%d lost=%.1f heard=%.1f\n", dropouts.count, dropouts.lostMs,
                 dropouts.heardMs);
     return 0;

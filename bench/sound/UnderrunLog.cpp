@@ -1,5 +1,5 @@
-// In the show as it is: keeps a count of how often the decoder did not keep up with the music, in
-// the file that STARVATION_LOG names.
+// Linked into the unchanged show: writes the number of decoder underruns to the file that
+// UNDERRUN_LOG names.
 #include "Objects.h"
 
 #include <FMOD/FMOD.h>
@@ -18,10 +18,10 @@ extern "C" FMOD_RESULT __wrap__ZN4FMOD7Channel11getPositionEPjj(FMOD::Channel* c
 FMOD_RESULT __wrap__ZN4FMOD7Channel11getPositionEPjj(FMOD::Channel* channel, unsigned int* position,
                                                      FMOD_TIMEUNIT unit) {
     static std::int64_t written = -1;
-    const std::int64_t starvations = sound::ChannelObject::Of(*channel).voice->Starvations();
-    if (const char* path = std::getenv("STARVATION_LOG"); starvations != written && path) {
-        std::ofstream(path) << starvations << '\n';
-        written = starvations;
+    const std::int64_t underruns = sound::ChannelObject::Of(*channel).voice->Underruns();
+    if (const char* path = std::getenv("UNDERRUN_LOG"); underruns != written && path) {
+        std::ofstream(path) << underruns << '\n';
+        written = underruns;
     }
     return __real__ZN4FMOD7Channel11getPositionEPjj(channel, position, unit);
 }

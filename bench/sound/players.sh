@@ -64,27 +64,27 @@ measure_positions() {
 # Dropouts ----------------------------------------------------------------------------------------
 
 measure_shows() {
-    local show line starved whole=0 dropouts=0 starvations=0 lost=0
-    export STARVATION_LOG=$headless_dir/starvations
+    local show line show_underruns whole=0 dropouts=0 underruns=0 lost=0
+    export UNDERRUN_LOG=$headless_dir/underruns
     start_load
     for ((show = 1; show <= shows; show++)); do
         start_server
         headless_forget_windows
-        rm -f "$STARVATION_LOG"
+        rm -f "$UNDERRUN_LOG"
         open_in_window "$PROGRAMS/bench-show"
         expect_exit 0 120
         end_server
         line=$("$PROGRAMS/bench-truth" dropouts "$PROGRAMS/resources/synchtune.mp3" "$sink_log")
-        starved=$(cat "$STARVATION_LOG")
-        say "$server: show $show of $shows: $line starvations=$starved"
+        show_underruns=$(cat "$UNDERRUN_LOG")
+        say "$server: show $show of $shows: $line underruns=$show_underruns"
         keep show "$line"
         whole=$((whole + (${result[show.dropouts]} == 0)))
         dropouts=$((dropouts + ${result[show.dropouts]}))
-        starvations=$((starvations + starved))
+        underruns=$((underruns + show_underruns))
         lost=$(awk "BEGIN { print $lost + ${result[show.lost]} }")
     done
     end_load
-    keep shows "whole=$whole dropouts=$dropouts starvations=$starvations lost=$lost"
+    keep shows "whole=$whole dropouts=$dropouts underruns=$underruns lost=$lost"
 }
 
 # Cost --------------------------------------------------------------------------------------------
@@ -216,7 +216,7 @@ print_players() {
     row "shows of 33 s without a dropout beside 4 busy processes" "$shows of $shows" \
         "$(figure "%d of $shows" shows.whole)" – – –
     row "… dropouts in all (ms lost); of them the decoder's" 0 \
-        "$(figure '%d (%.0f); %d' shows.{dropouts,lost,starvations})" – – –
+        "$(figure '%d (%.0f); %d' shows.{dropouts,lost,underruns})" – – –
     cost_rows
     operation_rows
     local missing=()

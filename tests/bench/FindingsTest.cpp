@@ -8,7 +8,7 @@
 
 using bench::Answer;
 using bench::Events;
-using bench::HeardMusic;
+using bench::GroundTruth;
 
 static constexpr std::int64_t silence = 2000; // before the music
 
@@ -22,14 +22,14 @@ protected:
 
     // Once a millisecond, from frame @p from of the sink to @p to: what is heard, and @p offMs
     // more.
-    static void Ask(const HeardMusic& heard, std::int64_t from, std::int64_t to, double offMs,
+    static void Ask(const GroundTruth& heard, std::int64_t from, std::int64_t to, double offMs,
                     std::vector<Answer>& answers) {
         for (std::int64_t ns = NsOf(from); ns < NsOf(to); ns += 1'000'000) {
             answers.push_back({ns, heard.At(ns).musicMs + offMs});
         }
     }
 
-    HeardMusic PlayFromTheBeginning(std::ptrdiff_t to) {
+    GroundTruth PlayFromTheBeginning(std::ptrdiff_t to) {
         PlayZeros(silence);
         Play(0, to);
         return Read();
@@ -65,7 +65,7 @@ TEST_F(FindingsTest, ErrorsAreSpreadByRank) {
 }
 
 TEST_F(FindingsTest, PositionsOfAllStartsAreTakenTogether) {
-    const HeardMusic heard = PlayFromTheBeginning(60'000);
+    const GroundTruth heard = PlayFromTheBeginning(60'000);
     bench::Positions positions;
 
     for (const double offMs : {0.5, -1.5}) {
@@ -86,7 +86,7 @@ TEST_F(FindingsTest, PositionsOfAllStartsAreTakenTogether) {
 }
 
 TEST_F(FindingsTest, AnswersThatStepBackOrStandStillAreCounted) {
-    const HeardMusic heard = PlayFromTheBeginning(60'000);
+    const GroundTruth heard = PlayFromTheBeginning(60'000);
     std::vector<Answer> answers;
     Ask(heard, 4000, 30'000, 0.0, answers);
     answers[100].musicMs = answers[99].musicMs;
@@ -124,7 +124,7 @@ TEST_F(FindingsTest, ABeginningThatIsNotInTheLogIsUnseen) {
 
 // In step half a second after the server was back, and late by 0.2 ms from then on.
 TEST_F(FindingsTest, AnswersAreInStepFromTheLastOnThatWasOff) {
-    const HeardMusic heard = PlayFromTheBeginning(130'000);
+    const GroundTruth heard = PlayFromTheBeginning(130'000);
     const std::int64_t back = 20'000;
     std::vector<Answer> answers;
     Ask(heard, 4000, back + 22'050, 5.0, answers);
@@ -140,7 +140,7 @@ TEST_F(FindingsTest, AnswersAreInStepFromTheLastOnThatWasOff) {
 }
 
 TEST_F(FindingsTest, OneLateAnswerIsNotOutOfStep) {
-    const HeardMusic heard = PlayFromTheBeginning(60'000);
+    const GroundTruth heard = PlayFromTheBeginning(60'000);
     std::vector<Answer> answers;
     Ask(heard, 4000, 60'000, 0.0, answers);
     for (std::size_t i = 600; i < 609; ++i) {
@@ -151,7 +151,7 @@ TEST_F(FindingsTest, OneLateAnswerIsNotOutOfStep) {
 }
 
 TEST_F(FindingsTest, WhatIsHeardLaterIsHeldToWhatLeftBefore) {
-    const HeardMusic heard = PlayFromTheBeginning(130'000);
+    const GroundTruth heard = PlayFromTheBeginning(130'000);
     std::vector<Answer> answers;
     for (std::int64_t ns = NsOf(40'000); ns < NsOf(120'000); ns += 1'000'000) {
         const std::int64_t latencyNs = ns < NsOf(60'000) ? 200'000'000 : 350'500'000;
@@ -230,5 +230,5 @@ TEST_F(FindingsTest, WhatTheLogDoesNotShowIsNoDropout) {
     WriteBlock(0, 40'000);
     WriteBlock(45'000, std::ssize(sound) - 45'000);
 
-    EXPECT_EQ(bench::FindDropouts(HeardMusic(folder.Path("sink"), *music), *music).count, 0);
+    EXPECT_EQ(bench::FindDropouts(GroundTruth(folder.Path("sink"), *music), *music).count, 0);
 }

@@ -6,9 +6,9 @@
 #include <numbers>
 
 using bench::Frame;
-using bench::HeardMusic;
+using bench::GroundTruth;
 using bench::Music;
-using Kind = HeardMusic::Stretch::Kind;
+using Kind = GroundTruth::Stretch::Kind;
 
 static constexpr std::int64_t beginNs = 5'000'000'000;
 
@@ -67,12 +67,12 @@ protected:
         nowNs = beginNs;
     }
 
-    HeardMusic Read() { return HeardMusic(folder.Path("sink"), *music); }
+    GroundTruth Read() { return GroundTruth(folder.Path("sink"), *music); }
 
     static double MsOf(double place) { return place * 1000.0 / bench::rateHz; }
 
     // @p place of the music is heard @p ms after the log's beginning.
-    static void ExpectHeard(const HeardMusic& heard, double ms, double place) {
+    static void ExpectHeard(const GroundTruth& heard, double ms, double place) {
         const auto moment = heard.At(beginNs + std::llround(ms * 1e6));
         EXPECT_EQ(moment.kind, Kind::Runs) << "after " << ms << " ms";
         EXPECT_NEAR(moment.musicMs, MsOf(place), 0.001) << "after " << ms << " ms";
@@ -95,7 +95,7 @@ TEST_F(GraphLogTest, FindsResampledMusicToAFractionOfAFrame) {
         const double place = -3000.0 + fraction;
         Play(place, 60'000, 48'000);
 
-        const HeardMusic heard = Read();
+        const GroundTruth heard = Read();
 
         ExpectHeard(heard, 150.0, place + PlaceAfter(150.0));
         ExpectHeard(heard, 777.7, place + PlaceAfter(777.7));
@@ -120,7 +120,7 @@ TEST_F(GraphLogTest, SeesWhatOfResampledMusicIsMissing) {
     const double later = -4000.0 + PlaceAfter(endMs) + 3000.25;
     Play(later, 30'000, 48'000, true);
 
-    const HeardMusic heard = Read();
+    const GroundTruth heard = Read();
 
     ExpectHeard(heard, endMs - 5.0, later - 3000.25 - PlaceAfter(5.0));
     ExpectHeard(heard, endMs + 60.0, later + PlaceAfter(60.0));
@@ -134,7 +134,7 @@ TEST_F(GraphLogTest, FollowsTheMusicWhenTheRateChanges) {
     const double backMs = static_cast<double>(nowNs - beginNs) / 1e6;
     Play(std::round(place + PlaceAfter(backMs - changeMs)), 20'480, 44'100);
 
-    const HeardMusic heard = Read();
+    const GroundTruth heard = Read();
 
     ExpectHeard(heard, changeMs - 100.0, -2000.0 + PlaceAfter(changeMs - 100.0));
     ExpectHeard(heard, changeMs + 100.0, place + PlaceAfter(100.0));
@@ -148,7 +148,7 @@ TEST_F(GraphLogTest, LetsTheMusicStandStillWhileADriverIsLate) {
     nowNs += 3'000'000;
     Play(18.0 * cycleFrames, 20 * cycleFrames, 44'100, true);
 
-    const HeardMusic heard = Read();
+    const GroundTruth heard = Read();
 
     EXPECT_EQ(heard.Stretches().size(), 2U);
     ExpectHeard(heard, lateMs - 1.0, 18.0 * cycleFrames - PlaceAfter(1.0));

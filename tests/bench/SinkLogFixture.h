@@ -1,7 +1,7 @@
 // Logs of a sink whose sound is known.
 #pragma once
 
-#include "HeardMusic.h"
+#include "GroundTruth.h"
 #include "Mp3Files.h"
 #include "SinkLog.h"
 
@@ -69,15 +69,15 @@ protected:
     }
 
     // From frame @p from on the sink renders what is not in the log yet, or is to be anew.
-    bench::HeardMusic Read(std::int64_t from = 0) {
+    bench::GroundTruth Read(std::int64_t from = 0) {
         for (; from < std::ssize(sound); from += blockFrames) {
             WriteBlock(from, std::min(blockFrames, std::ssize(sound) - from));
         }
-        return bench::HeardMusic(folder.Path("sink"), *music);
+        return bench::GroundTruth(folder.Path("sink"), *music);
     }
 
     // At frame @p sinkFrame of the sink frame @p musicFrame of the music is heard.
-    static void ExpectHeard(const bench::HeardMusic& heard, std::int64_t sinkFrame,
+    static void ExpectHeard(const bench::GroundTruth& heard, std::int64_t sinkFrame,
                             std::int64_t musicFrame) {
         EXPECT_NEAR(heard.At(NsOf(sinkFrame)).musicMs,
                     static_cast<double>(musicFrame) * 1000.0 / bench::rateHz, 0.02)

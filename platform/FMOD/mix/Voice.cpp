@@ -36,7 +36,7 @@ void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) 
     } else if (got < wanted && supply == Stream::Supply::Broken) {
         SetCourse(outputFrame + got, MusicTime::Course::Broken);
     } else if (got < count) {
-        starvations.fetch_add(got < wanted ? 1 : 0, std::memory_order_relaxed);
+        underruns.fetch_add(got < wanted ? 1 : 0, std::memory_order_relaxed);
         SetCourse(outputFrame + got, MusicTime::Course::Halted);
     }
 }

@@ -32,10 +32,8 @@ public:
     /// Which moment of the music is heard with @p outputFrame.
     MusicTime::Moment At(std::int64_t outputFrame) const noexcept { return time.At(outputFrame); }
 
-    /// How often the decoder did not keep up.
-    std::uint32_t Starvations() const noexcept {
-        return starvations.load(std::memory_order_relaxed);
-    }
+    /// How often the decoder did not keep up with the output.
+    std::uint32_t Underruns() const noexcept { return underruns.load(std::memory_order_relaxed); }
 
     /// Real-time. Adds its next @p count (up to longestBlock) frames to @p block, which begins
     /// with @p outputFrame. All changes of level are ramps.
@@ -53,7 +51,7 @@ private:
     std::atomic<float> volume{1.0F};
     std::atomic<bool> mute{false};
     std::atomic<bool> paused;
-    std::atomic<std::uint32_t> starvations{0};
+    std::atomic<std::uint32_t> underruns{0};
     MusicTime time;
 
     // The output's thread only:

@@ -234,11 +234,11 @@ TEST_F(ChannelTest, WaitsForADecoderThatDoesNotKeepUp) {
     reads::AwaitHeld();
     auto mix = script::PullAtOnce(52'920);
     script::HearAll();
-    const unsigned int starved = Position(channel);
-    EXPECT_LT(starved, 1200U);
+    const unsigned int halted = Position(channel);
+    EXPECT_LT(halted, 1200U);
     EXPECT_TRUE(IsPlaying(channel));
     EXPECT_EQ(mix.back(), 0.0F);
-    EXPECT_GT(sound::ChannelObject::Of(*channel).voice->Starvations(), 0U);
+    EXPECT_GT(sound::ChannelObject::Of(*channel).voice->Underruns(), 0U);
 
     reads::Release();
     Append(mix, script::Pull(52'920));

@@ -157,7 +157,7 @@ class AnyPlayingTest : public PositionTest, public testing::WithParamInterface<u
 TEST_P(AnyPlayingTest, HasThePositionOfWhatIsHeardAndNeverGoesBack) {
     std::mt19937 random(GetParam());
     Begin();
-    bool starved = false;
+    bool underran = false;
     for (int step = 0; step < 2000 && !HasFailure() && latest < 4000; ++step) {
         if (random() % 3 == 0) {
             ChangeSomething(random);
@@ -165,13 +165,13 @@ TEST_P(AnyPlayingTest, HasThePositionOfWhatIsHeardAndNeverGoesBack) {
         PlayOn(1 + static_cast<int>(random() % (step % 2 == 0 ? 40 : 1500)));
         HearOn(random);
         ExpectThePositionCounted();
-        if (counted.music == counted.available && !starved && random() % 8 == 0) {
-            starved = true;
+        if (counted.music == counted.available && !underran && random() % 8 == 0) {
+            underran = true;
             counted.available = length;
             reads::Release();
         }
     }
-    EXPECT_TRUE(starved);
+    EXPECT_TRUE(underran);
     EXPECT_EQ(latest, 4000);
     PlayOn(10'000);
     script::HearAll();

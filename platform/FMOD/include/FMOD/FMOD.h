@@ -121,10 +121,10 @@ public:
     /// True until the last frame of the sound has been heard, also while paused.
     FMOD_RESULT isPlaying(bool* playing);
 
-    /// The music position that is heard now, to the nearest ms; @p unit: FMOD_TIMEUNIT_MS. It
-    /// stands still while paused or starved and stays at the length after the end.
-    /// FMOD_ERR_FILE_BAD, here and in isPlaying, when all is heard that could be read of a file
-    /// that broke off with an error.
+    /// The playback position heard now, to the nearest ms; @p unit: FMOD_TIMEUNIT_MS. It halts
+    /// while paused or during an underrun, and stays at the length of the sound after its end.
+    /// FMOD_ERR_FILE_BAD, here and in isPlaying, once everything was heard that could be read of a
+    /// file before a read error.
     FMOD_RESULT getPosition(unsigned int* position, FMOD_TIMEUNIT unit);
 
 protected:
