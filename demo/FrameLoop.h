@@ -6,9 +6,9 @@
 /// one step further. @p value is not used.
 void TimerFunc(int value);
 
-/// The display callback: draws one frame, or ends the program once the music has passed 33000 ms.
-/// The first call ever runs the loader.
+/// The display callback: draws one frame, or ends the program once the playback position is beyond
+/// 33000 ms. The very first call runs the loader.
 void DrawGLScene();
 
-/// The frame's model-view state and what belongs to the present music position.
+/// Sets the frame's model-view state and draws the scene for the current playback position.
 void DrawWhat();

@@ -1,4 +1,4 @@
-// The demo's shared globals and its way out.
+// The demo's shared globals and how it ends.
 #pragma once
 
 namespace engine {

@@ -5,7 +5,7 @@
 
 namespace engine {
 
-/// An atom drawn from its fields, which have no values of their own.
+/// An atom drawn from its fields, which are not initialised.
 /// Drawing needs GLUT and a current OpenGL context; it leaves the current matrix as it was and the
 /// current colour changed.
 class Atom {

@@ -1,4 +1,4 @@
-// What the engine's services share: the way to the application's resource files.
+// The base of the engine's services: finds the application's resource files.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>

@@ -1,4 +1,4 @@
-// A cuboid with a colour and the whole texture on each face, and a value that swings.
+// A cuboid with a colour and the whole texture on each face, and a value that oscillates.
 #pragma once
 
 namespace engine {

@@ -10,21 +10,21 @@ class LightEngine;
 class TextureManager;
 class TimeEngine;
 
-/// Holds no state and has no behaviour; its objects keep a place in DemoEngine.
+/// Has no state and no behaviour; two fields of DemoEngine point to one.
 class Placeholder {};
 
 /// One object for the whole run. It and what it owns live until the process ends.
 /// Main thread only.
 class DemoEngine {
 public:
-    /// @p newTitle stands in the window's title bar, the banner and the alert boxes.
+    /// @p newTitle: for the window's title bar, the banner and the alert boxes.
     explicit DemoEngine(std::string newTitle);
 
-    /// Takes the music engine, not owned, and makes the demo clock that runs on it. Call once.
+    /// Takes the music engine, not owned, and makes the demo clock that follows it. Call once.
     void SetFmod(FmodEngine* musicEngine);
 
-    /// The engine's step of a frame: applies the camera offset to the current matrix, refreshes
-    /// the spectrum and ticks the clock. Needs a current OpenGL context, SetFmod and
+    /// The engine's part of a frame: applies the camera offset to the current matrix, updates the
+    /// spectrum and the clock. Needs a current OpenGL context, SetFmod and
     /// FmodEngine::Play: before Play the process ends with status 255.
     void Refresh();
 

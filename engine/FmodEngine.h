@@ -1,4 +1,4 @@
-// The music: opening it, playing it, its position, its spectrum, and what is said when it fails.
+// The music: opening and playing it, playback position, spectrum, error messages.
 #pragma once
 
 #include "BaseEngine.h"
@@ -18,7 +18,7 @@ public:
     /// Starts the library and opens resource @p name (Mac Roman) of type "mp3". Checked.
     explicit FmodEngine(std::string name);
 
-    /// The same for resource "music", without the two lines of progress. Checked.
+    /// The same for resource "music", without the progress messages. Checked.
     FmodEngine();
 
     /// Checked.
@@ -38,10 +38,10 @@ public:
     /// Starts the music from its beginning, at full volume whatever `volume` holds. Checked.
     void Play();
 
-    /// Lets the library do its periodic work.
+    /// Gives the library time for its periodic work.
     void Update();
 
-    /// Reads the spectrum of what is heard now into `spectrum`.
+    /// Reads the spectrum of the sound heard now into `spectrum`.
     void UpdateSpectrum();
 
     /// The sum of bands @p from to @p to, both included, divided by @p to - @p from; 0 unless

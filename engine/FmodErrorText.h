@@ -1,12 +1,12 @@
-// What the sound library's result codes mean, in words.
+// Messages for the sound library's result codes.
 #pragma once
 
 #include <FMOD/FMOD.h>
 
 namespace engine {
 
-/// The text for @p result, each with a blank at its end but for "Unknown error.", which stands for
-/// every code outside 0..68. Static storage.
+/// The message for @p result. Each ends in a space except "Unknown error.", which is the message
+/// for every code outside 0..68. Static storage.
 const char* FmodErrorText(FMOD_RESULT result);
 
 } // namespace engine

@@ -6,7 +6,7 @@
 double DegToRad(double degrees);
 double RadToDeg(double radians);
 
-/// What ABCEquation finds.
+/// The result of ABCEquation.
 struct ABCSolution {
     std::int32_t count; ///< 1 when the roots were computed, else 0; never 2
     float x1;

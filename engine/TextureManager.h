@@ -14,10 +14,11 @@ namespace engine {
 class TextureManager : public BaseEngine {
 public:
     /// Uploads PNG resource @p name (Mac Roman, no extension) as a new texture, repeated and
-    /// filtered linearly, and leaves it bound. Its name, or 0 when it cannot be found or read.
+    /// filtered linearly, and leaves it bound. Returns its name, or 0 if it cannot be found or
+    /// read.
     unsigned int LoadPNG(std::string name);
 
-    /// Stores under @p key the texture of resource @p file (Mac Roman), or 0 when it fails. @p
+    /// Stores under @p key the texture of resource @p file (Mac Roman), or 0 if that fails. @p
     /// type: "png"; any other type reads no file and stores 0. An earlier texture of that key is
     /// not deleted.
     void LoadTexture(std::string file, std::string type, std::string key);

@@ -1,4 +1,4 @@
-// The demo's clock: the music position at the latest frame and the step since the one before.
+// The demo's clock: the playback position at the latest frame and the step since the previous one.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +7,7 @@ namespace engine {
 
 class FmodEngine;
 
-/// Has no time source but the music. Main thread only.
+/// The music is its only time source. Main thread only.
 class TimeEngine {
 public:
     /// @p musicEngine: not owned.
@@ -16,8 +16,8 @@ public:
     /// Zeroes every field, the music engine included: Update needs it set again.
     void ClearAll();
 
-    /// One tick. Ends the process with status 255 when FmodEngine::GetCurTime is refused, as it
-    /// is before FmodEngine::Play.
+    /// Reads the playback position. Ends the process with status 255 if that is refused, as it is
+    /// before FmodEngine::Play.
     void Update();
 
     FmodEngine* fmod;

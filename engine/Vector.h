@@ -1,14 +1,14 @@
 // Vectors in space, in double precision, with their arithmetic.
 #pragma once
 
-/// A direction: x, y and z are computed with, `w` only comes along. Nothing is checked: a vector
-/// of length 0 has no direction, and what needs one answers with NaN.
+/// A direction. The arithmetic uses x, y and z; `w` is only carried along. Nothing is checked: a
+/// vector of length 0 has no direction, and operations that need one give NaN.
 class Vector {
 public:
     /// All zero.
     Vector();
 
-    /// `spare` gets no value.
+    /// `spare` is not initialised.
     Vector(double newX, double newY, double newZ, double newW);
 
     void Set(double newX, double newY, double newZ, double newW);
@@ -22,7 +22,7 @@ public:
     /// Radians, 0..pi.
     static double GetAngle(Vector& a, Vector& b);
 
-    /// Makes the length 1 and keeps `w`; answers with itself.
+    /// Makes the length 1 and keeps `w`; returns *this.
     Vector& Normalize();
 
     /// The same direction with length 1 and `w` 0.
@@ -41,7 +41,7 @@ public:
 /// The dot product.
 double operator*(Vector& a, Vector& b);
 
-// Their results have `w` 0.
+// The results have `w` 0.
 Vector operator*(Vector& v, double d);
 Vector operator/(Vector& v, double d);
 Vector operator+(Vector& a, Vector& b);

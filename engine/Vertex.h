@@ -1,4 +1,4 @@
-// A point that may bring its own texture coordinate and colour.
+// A point with an optional texture coordinate and colour of its own.
 #pragma once
 
 namespace engine {

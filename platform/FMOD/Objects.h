@@ -1,4 +1,4 @@
-// What is behind the pointers of the public interface.
+// The implementations behind the public interface.
 #pragma once
 
 #include "Mixer.h"
@@ -27,7 +27,7 @@ public:
 
     SystemObject& system;
     std::unique_ptr<Stream> stream;
-    bool played = false; ///< its stream is not at the beginning any more
+    bool played = false; ///< its stream is no longer at the beginning
 };
 
 /// A channel lives as long as the system; what it plays changes.
@@ -39,15 +39,14 @@ public:
         return static_cast<ChannelObject&>(channel);
     }
 
-    /// What of the music is heard now, never before what was answered before; only while it has a
-    /// voice.
+    /// The music heard now; never goes backwards. Only while it has a voice.
     MusicTime::Moment Heard();
 
     SystemObject& system;
     std::size_t slot;
     SoundObject* sound = nullptr;
-    std::unique_ptr<Voice> voice; ///< none: its sound was released, or there never was one
-    std::int64_t latestFrame = 0; ///< of the music, that was answered since it has that voice
+    std::unique_ptr<Voice> voice; ///< none: its sound was released, or nothing was played yet
+    std::int64_t latestFrame = 0; ///< of the music, that Heard returned for this voice
 };
 
 class SystemObject final : public FMOD::System {
@@ -58,7 +57,7 @@ public:
 
     bool IsOpen() const { return output != nullptr; }
 
-    /// These three throw std::bad_alloc or std::system_error when memory or threads ran out.
+    /// These three throw std::bad_alloc or std::system_error when out of memory or threads.
     void Open(std::size_t channelCount);
     FMOD_RESULT Play(SoundObject& sound, bool paused, ChannelObject& channel);
     FMOD_RESULT AddSound(const char* path, SoundObject*& sound);
@@ -72,7 +71,7 @@ public:
     std::vector<std::unique_ptr<SoundObject>> sounds;
     std::vector<std::unique_ptr<ChannelObject>> channels;
     Spectrum spectrum;
-    OutputHandle output; ///< none: not initialised. Last, for it uses the mixer until it is gone
+    OutputHandle output; ///< none: not initialised. Last, because it uses the mixer
 
 private:
     void Silence(const SoundObject& sound);

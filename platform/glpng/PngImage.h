@@ -22,9 +22,9 @@ struct PngImage {
 inline constexpr std::size_t maxPixelBytes = std::size_t{256} << 20;
 
 /// Reads the PNG file that starts at the position of @p file.
-/// False, with @p image in any state: it is none, is damaged or cut short, has a side of more
-/// than @p maxSide (>= 1) pixels, or pixels that would need more than maxPixelBytes, which
-/// are then not allocated. Throws nothing.
+/// False, with @p image in any state: it is not a PNG file, is damaged or truncated, has a side of
+/// more than @p maxSide (>= 1) pixels, or pixels that would need more than maxPixelBytes, which are
+/// then not allocated. Throws nothing.
 bool DecodePng(std::FILE* file, unsigned int maxSide, PngImage& image);
 
 } // namespace glpng

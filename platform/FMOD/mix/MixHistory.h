@@ -1,4 +1,4 @@
-// The mix of the last moments, kept for the spectrum.
+// The most recent part of the mix, kept for the spectrum.
 #pragma once
 
 #include <atomic>
@@ -7,7 +7,7 @@
 
 namespace sound {
 
-/// The latest stereo frames of the mix by their number on the output's timeline.
+/// The latest stereo frames of the mix, addressed by their number on the output's timeline.
 /// Append: one thread at a time, real-time. Copy: any thread; neither blocks.
 class MixHistory {
 public:
@@ -17,8 +17,8 @@ public:
     void Append(const float* frames, std::int32_t count) noexcept;
 
     /// Writes to @p samples one side (@p side 0 left, 1 right) of the @p count frames before
-    /// frame @p end, or the newest if that is still to come. What was never mixed, or is kept no
-    /// more, reads 0.
+    /// frame @p end, or the newest ones if @p end has not been mixed yet. Frames that were never
+    /// mixed, or have been overwritten, read 0.
     void Copy(std::int64_t end, int side, float* samples, std::int32_t count) const noexcept;
 
 private:

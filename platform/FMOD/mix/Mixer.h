@@ -1,4 +1,4 @@
-// What the output plays: the voices' sum, and a history of it.
+// Mixes the voices for the output, and keeps a history of the mix.
 #pragma once
 
 #include "MixHistory.h"
@@ -17,7 +17,7 @@ public:
     explicit Mixer(std::size_t slots);
 
     /// Main thread: plays @p voice, or nothing if null, in @p slot. When it returns, the slot's
-    /// former voice is not used any more.
+    /// previous voice is no longer used.
     void Play(std::size_t slot, Voice* voice) noexcept;
 
     /// As Source::render: real-time, one thread at a time.

@@ -1,4 +1,4 @@
-// Which moment of the music is heard when: pauses and gaps part its time from the output's.
+// Maps output time to music time, which pauses and underruns separate.
 #pragma once
 
 #include <array>
@@ -22,11 +22,11 @@ public:
         Course course;
     };
 
-    /// From output frame @p outputFrame (never before the latest mark) on, the music runs from, or
-    /// stands still at, @p musicFrame.
+    /// From output frame @p outputFrame (never before the latest mark) on, the music plays from, or
+    /// is halted at, @p musicFrame.
     void Mark(std::int64_t outputFrame, std::int64_t musicFrame, Course course) noexcept;
 
-    /// What is heard of the music when @p outputFrame is heard; halted at 0 before the first mark.
+    /// The music heard with @p outputFrame; halted at 0 before the first mark.
     Moment At(std::int64_t outputFrame) const noexcept;
 
 private:
@@ -35,7 +35,7 @@ private:
         std::atomic<std::int64_t> musicFrame{0};
         std::atomic<Course> course{Course::Halted};
     };
-    // More changes than fit into what is handed out but not heard yet: those of two a block.
+    // More than the changes, at most two a block, in frames that are handed out but not heard yet.
     static constexpr std::uint32_t capacity = 256;
 
     std::array<Entry, capacity> entries;

@@ -15,14 +15,14 @@ public:
     static constexpr int fewestBands = 64;
     static constexpr int mostBands = 8192;
 
-    /// Whether this many bands can be asked for: a power of two from fewestBands to mostBands.
+    /// Whether @p bands is a power of two from fewestBands to mostBands.
     static bool CanTell(int bands);
 
-    /// Where the 2 * @p bands samples to analyse are to be put. Throws std::bad_alloc; the same
-    /// number again allocates nothing.
+    /// Where to put the 2 * @p bands samples to analyse. Throws std::bad_alloc; allocates only when
+    /// the number changes.
     float* SamplesFor(int bands);
 
-    /// Analyses them: @p magnitudes gets as many as SamplesFor was told, band 0 the lowest. A
+    /// Analyses them: writes as many @p magnitudes as SamplesFor had bands, band 0 the lowest. A
     /// full-scale sine in the middle of a band reads 1, silence 0.
     void Analyse(FMOD_DSP_FFT_WINDOW window, float* magnitudes);
 

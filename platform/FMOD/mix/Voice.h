@@ -1,4 +1,4 @@
-// One playing of a stream: its volume, mute and pause, and where it is.
+// One playback of a stream: volume, mute, pause and position.
 #pragma once
 
 #include "MusicTime.h"
@@ -12,7 +12,7 @@ namespace sound {
 
 class Stream;
 
-/// Set and ask: any thread. MixInto and WaitUntilReady: the output's thread.
+/// Setters and getters: any thread. MixInto and WaitUntilReady: the output's thread.
 class Voice {
 public:
     static constexpr std::int32_t longestBlock = 512;
@@ -29,7 +29,7 @@ public:
     void SetPaused(bool value) noexcept { paused.store(value, std::memory_order_relaxed); }
     bool IsPaused() const noexcept { return paused.load(std::memory_order_relaxed); }
 
-    /// Which moment of the music is heard with @p outputFrame.
+    /// The music heard with @p outputFrame.
     MusicTime::Moment At(std::int64_t outputFrame) const noexcept { return time.At(outputFrame); }
 
     /// How often the decoder did not keep up with the output.

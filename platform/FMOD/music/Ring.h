@@ -21,10 +21,10 @@ public:
     /// Any thread: frames that can be read.
     std::size_t Available() const noexcept;
 
-    /// Reading thread: moves up to @p count frames to @p frames; answers how many.
+    /// Reading thread: moves up to @p count frames to @p frames; returns how many.
     std::size_t Read(float* frames, std::size_t count) noexcept;
 
-    /// Empties it; only while neither thread uses it.
+    /// Empties it; only while neither thread is using it.
     void Reset() noexcept;
 
 private:

@@ -1,4 +1,4 @@
-// A file being decoded in the background, some way ahead of the output.
+// A file decoded ahead of the output, in the background.
 #pragma once
 
 #include "Decoder.h"
@@ -22,7 +22,7 @@ public:
     enum class Supply : int { Decoding, Ended, Broken };
 
     /// Opens the file at @p path and starts to decode it. Throws std::bad_alloc or
-    /// std::system_error when memory or threads ran out.
+    /// std::system_error when out of memory or threads.
     static FMOD_RESULT Open(const char* path, std::unique_ptr<Stream>& stream);
 
     Stream(const Stream&) = delete;
@@ -32,16 +32,16 @@ public:
     /// Back to the beginning; only while nobody reads.
     FMOD_RESULT Rewind();
 
-    /// Output callback: the next frames, at the output's rate; answers how many of @p count were
-    /// there.
+    /// Output callback: the next frames, at the output's rate; returns how many of @p count were
+    /// available.
     std::size_t Read(float* frames, std::size_t count) noexcept;
 
-    /// Any thread: whether more is to come once everything that can be read now is read. Ended or
-    /// Broken (the file could not be read further) is answered only after the last frame is there.
+    /// Any thread: whether more frames follow those that can be read now. Ended or Broken (the file
+    /// could not be read further) only once the last frame is available.
     Supply GetSupply() const noexcept { return supply.load(std::memory_order_acquire); }
 
-    /// Waits until @p count frames (at most half a second) can be read, or no more are to come;
-    /// no longer than @p limit.
+    /// Waits until @p count frames (at most half a second) can be read, or no more follow; at most
+    /// for @p limit.
     void WaitUntilReady(std::size_t count, std::chrono::milliseconds limit);
 
 private:

@@ -1,9 +1,9 @@
-// The seam between the sound library and what plays its mix: the device and the clock are behind
+// The seam between the sound library and the output that plays its mix; device and clock are below
 // it.
 //
-// The frames of the mix are numbered 0, 1, 2, ... in the order in which the output asked for them:
-// that is the output's timeline, and it goes on whichever device plays it. Several libraries offer
-// these functions; an executable links one.
+// The frames of the mix are numbered 0, 1, 2, ... in the order in which the output requests them.
+// That is the output's timeline, which continues across devices. Several libraries define these
+// functions; an executable links one.
 #pragma once
 
 #include <cstdint>
@@ -18,12 +18,12 @@ constexpr std::int64_t FramesIn(std::int64_t ns) {
     return ns * (outputRateHz / 100) / (1'000'000'000 / 100);
 }
 
-/// In ns, the first moment at which @p frames (>= 0) have passed at the output's rate.
+/// The time in ns after which @p frames (>= 0) have passed at the output's rate, rounded up.
 constexpr std::int64_t NsUntil(std::int64_t frames) {
     return (frames * (1'000'000'000 / 100) + outputRateHz / 100 - 1) / (outputRateHz / 100);
 }
 
-/// What is played. The functions get @p context; it must outlive the output.
+/// Where the output gets its frames. The functions receive @p context; it must outlive the output.
 struct Source {
     void* context;
 
@@ -31,32 +31,32 @@ struct Source {
     /// thread at a time.
     void (*render)(void* context, float* block, std::int32_t frames) noexcept;
 
-    /// Waits until the next @p frames frames (at most half a second) can be rendered in full,
-    /// decoder permitting. For an output in virtual time, that would rather wait than hear a gap;
-    /// not for an output callback.
+    /// Waits until the next @p frames frames (at most half a second) can be rendered without an
+    /// underrun, unless the decoder has no more. For outputs in virtual time; not for an output
+    /// callback.
     void (*waitUntilReady)(void* context, std::int32_t frames) noexcept;
 };
 
 struct Output;
 
 struct StopOutput {
-    /// Ends the playing: when it returns, the source is not used any more. A device that hangs is
-    /// left behind after 40 ms.
+    /// Stops playback: when it returns, the source is no longer used. A device that hangs is
+    /// abandoned after 40 ms.
     void operator()(Output* output) const noexcept;
 };
 
 using OutputHandle = std::unique_ptr<Output, StopOutput>;
 
-/// Starts to play @p source and goes on until stopped, device or not. Throws std::bad_alloc or
-/// std::system_error when memory or threads ran out.
+/// Plays @p source until stopped, with or without a device. Throws std::bad_alloc or
+/// std::system_error when out of memory or threads.
 OutputHandle StartOutput(const Source& source);
 
-/// Something is about to be played: gives a device that is just being opened a moment to be ready
-/// for it, at most 40 ms to open and 300 ms to begin.
+/// Before something is played: waits for a device that is being opened, at most 40 ms for it to
+/// open and 300 ms for it to start playing.
 void AwaitDevice(Output& output) noexcept;
 
-/// How many of the timeline's frames are heard by now: never less than was answered before, and no
-/// more than were asked for, but for 10 ms by which a device may be late to ask. Never blocks.
+/// The number of the timeline's frames heard by now. Never decreases, and never exceeds the frames
+/// requested by more than the 10 ms by which a device's callback may be late. Never blocks.
 std::int64_t HeardFrames(Output& output) noexcept;
 
 } // namespace sound

@@ -1,4 +1,4 @@
-// What is heard now, out of what was handed to the device and when.
+// The frame heard now, from the positions that the device reports.
 #pragma once
 
 #include <atomic>
@@ -7,25 +7,25 @@
 
 namespace sound {
 
-/// Follows the play head between two reports of it, and beside reports that are not quite true.
+/// Interpolates the play head between reports, and smooths reports that are estimates.
 /// Publish and Follow: one thread at a time, never block. The rest: any thread, never blocks.
 class PlayHead {
 public:
-    /// @p frames (of the output's timeline, see Output.h) had been heard at @p nowNs
-    /// (CLOCK_MONOTONIC): it is so.
+    /// An exact report: @p frames (of the output's timeline, see Output.h) had been heard at
+    /// @p nowNs (CLOCK_MONOTONIC).
     void Publish(std::int64_t frames, std::int64_t nowNs) noexcept;
 
-    /// The same, but the device estimates it. When they are kept from running, sound servers may be
-    /// milliseconds off for seconds, and some repeat an old position as if it were new; a device's
-    /// own clock is steady. So what contradicts the reports before is believed little by little,
-    /// and altogether only if it is far off and reports of the next moments say the same.
+    /// An estimated report. On a busy system sound servers may be milliseconds off for seconds, and
+    /// some repeat an old position as if it were new, while the device's own clock is steady. So a
+    /// deviation from earlier reports is corrected gradually, and at once only if it is large and
+    /// the following reports confirm it.
     void Follow(std::int64_t frames, std::int64_t nowNs) noexcept;
 
     /// Frames heard by @p nowNs if the device runs on at its nominal rate; 0 before the first
     /// report.
     std::int64_t Extrapolate(std::int64_t nowNs) const noexcept;
 
-    /// The same, but never more than @p handedOut and never less than was answered before.
+    /// The same, but at most @p handedOut and never decreasing.
     std::int64_t HeardFrames(std::int64_t nowNs, std::int64_t handedOut) noexcept;
 
 private:
@@ -33,13 +33,13 @@ private:
 
     static constexpr std::int64_t never = std::numeric_limits<std::int64_t>::max();
 
-    // At the nominal rate, when frame 0 tells when all others are heard.
+    // When frame 0 is heard; at the nominal rate that gives the time of every other frame.
     std::atomic<std::int64_t> beginNs{never};
     std::atomic<std::int64_t> lastAnswer{0};
     // The reporting threads only:
     std::int64_t reportedNs = 0;
-    std::int64_t farBeginNs = never; // what reports that are far off agree on,
-    std::int64_t farSinceNs = 0;     // and since when they do
+    std::int64_t farBeginNs = never; // on which reports with a large deviation agree,
+    std::int64_t farSinceNs = 0;     // and since when
 };
 
 } // namespace sound

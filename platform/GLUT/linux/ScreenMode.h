@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-/// What tells one mode from another: the pixel clock in kHz, then the timings in pixels and lines.
+/// What identifies a mode: the pixel clock in kHz, then the timings in pixels and lines.
 struct ScreenMode {
     unsigned int clock;
     unsigned int width, horizontalStart, horizontalEnd, horizontalTotal;
@@ -14,10 +14,10 @@ struct ScreenMode {
     bool operator==(const ScreenMode&) const = default;
 };
 
-/// True when game mode, asked for at the current resolution, would enter @p current and later go
-/// back to @p current, on a server that offers the modes @p offered, in that order.
+/// True when game mode, requested at the current resolution, would enter @p current and later
+/// restore @p current, on a server that offers the modes @p offered, in that order.
 bool GameModeKeeps(const ScreenMode& current, std::span<const ScreenMode> offered);
 
-/// True when the X server of that name lets this program switch modes: it runs on this machine. To
-/// any other it would answer by an error that ends the program.
+/// True when the X server of that name allows this program to switch modes: it runs on this
+/// machine. A remote server answers with an error that ends the program.
 bool ServerSwitchesModes(std::string_view displayName);

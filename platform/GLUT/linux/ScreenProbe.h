@@ -1,11 +1,11 @@
-// What must be known of the X screen before game mode is asked for, and freeglut does not tell.
+// What must be known of the X screen before requesting game mode, and freeglut does not say.
 #pragma once
 
 #include <memory>
 
 using Display = struct _XDisplay;
 
-/// A connection of its own to the X server that freeglut is on, or will be. Main thread only.
+/// A separate connection to the X server that freeglut uses, or will use. Main thread only.
 class ScreenProbe {
 public:
     ScreenProbe();

@@ -20,10 +20,10 @@ inline constexpr unsigned short kWindowDefaultPosition = 0;
 struct AlertStdCFStringAlertParamRec {
     unsigned int version;    ///< kStdCFStringAlertVersionOne
     Boolean movable;         ///< the viewer may move the box
-    Boolean helpButton;      ///< not offered
+    Boolean helpButton;      ///< not supported
     CFStringRef defaultText; ///< caption of the OK button
     CFStringRef cancelText;  ///< caption of the cancel button; null: none
-    CFStringRef otherText;   ///< not offered; null
+    CFStringRef otherText;   ///< not supported; null
     short defaultButton;     ///< the button that Return presses
     short cancelButton;      ///< the button that Escape presses
     unsigned short position; ///< kWindowDefaultPosition
@@ -33,14 +33,13 @@ struct AlertStdCFStringAlertParamRec {
 extern "C" {
 
 /// Makes a modal alert: @p error in bold, @p explanation below it. @p parameters null: one OK
-/// button. @p alert is disposed of by RunStandardAlert. Main thread only.
+/// button. RunStandardAlert frees @p alert. Main thread only.
 /// Anything but noErr, with @p alert null: there is no display to show it on.
 OSStatus CreateStandardAlert(AlertType type, CFStringRef error, CFStringRef explanation,
                              const AlertStdCFStringAlertParamRec* parameters, DialogRef* alert);
 
-/// Shows @p alert until the viewer answers, disposes of it, and reports the button in
-/// @p itemHit. @p filter: null. Anything but noErr, with @p itemHit 0: @p alert was null.
-/// Main thread only.
+/// Shows @p alert until the viewer answers, frees it, and stores the button in @p itemHit. @p
+/// filter: null. Anything but noErr, with @p itemHit 0: @p alert was null. Main thread only.
 OSStatus RunStandardAlert(DialogRef alert, ModalFilterUPP filter, DialogItemIndex* itemHit);
 
 /// Both do nothing while the program has no window.

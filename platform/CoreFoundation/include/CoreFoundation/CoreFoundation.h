@@ -40,6 +40,6 @@ CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringR
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean resolveAgainstBase, UInt8* buffer,
                                          CFIndex bufferSize);
 
-/// Gives back what a Create or Copy call returned. @p object must not be null.
+/// Releases the result of a Create or Copy call. @p object must not be null.
 void CFRelease(CFTypeRef object);
 }

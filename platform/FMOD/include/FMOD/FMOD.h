@@ -1,10 +1,10 @@
 // The sound library's interface: one system, streamed sounds, the channels they play on.
 //
-// All operations belong to one thread, the one that created the system. None throws, none ends
-// the process: each answers with a result code. No operation may be called on a null object.
+// All operations must be called on the thread that created the system. None throws or ends the
+// process: each returns a result code. No operation may be called on a null object.
 #pragma once
 
-/// What an operation answers: FMOD_OK, or why it did nothing.
+/// The result of an operation: FMOD_OK, or why it did nothing.
 enum FMOD_RESULT : int {
     FMOD_OK = 0,
     FMOD_ERR_FILE_BAD = 19,       ///< the file is there but cannot be read
@@ -13,7 +13,7 @@ enum FMOD_RESULT : int {
     FMOD_ERR_INITIALIZED = 31,    ///< System::init has been called already
     FMOD_ERR_INVALID_HANDLE = 33, ///< no such channel
     FMOD_ERR_INVALID_PARAM = 34,  ///< an argument is out of its range
-    FMOD_ERR_MEMORY = 37,         ///< memory or threads ran out
+    FMOD_ERR_MEMORY = 37,         ///< out of memory or threads
     FMOD_ERR_UNINITIALIZED = 65,  ///< System::init has not been called
 };
 
@@ -21,7 +21,7 @@ using FMOD_MODE = unsigned int;
 using FMOD_INITFLAGS = unsigned int;
 using FMOD_TIMEUNIT = unsigned int;
 
-/// The interface version this library offers, 4.03.06: major, minor and patch in hexadecimal.
+/// The interface version of this library, 4.03.06: major, minor and patch in hexadecimal.
 inline constexpr unsigned int FMOD_VERSION = 0x00040306;
 
 inline constexpr FMOD_INITFLAGS FMOD_INIT_NORMAL = 0;
@@ -39,7 +39,7 @@ enum FMOD_DSP_FFT_WINDOW : int {
     FMOD_DSP_FFT_WINDOW_TRIANGLE = 1,
 };
 
-/// Extended sound parameters; none is offered, pass null.
+/// Extended sound parameters; not supported, pass null.
 struct FMOD_CREATESOUNDEXINFO;
 
 namespace FMOD {
@@ -53,23 +53,23 @@ public:
     System(const System&) = delete;
     System& operator=(const System&) = delete;
 
-    /// Frees the system and all that it made; the pointer is dead afterwards.
+    /// Frees the system and everything it made; the pointer is invalid afterwards.
     FMOD_RESULT release();
 
     /// Starts the output and allows @p maxChannels (1..64) channels. @p extraDriverData: null.
-    /// Without a sound device the output is silent and time passes all the same.
+    /// Without a sound device the output is silent and still runs in real time.
     /// Waits at most 50 ms for the device, as playSound does.
     FMOD_RESULT init(int maxChannels, FMOD_INITFLAGS flags, void* extraDriverData);
 
-    /// Ends the output; sounds and channels are dead afterwards, init may be called again.
+    /// Ends the output; sounds and channels are invalid afterwards, init may be called again.
     FMOD_RESULT close();
 
-    /// Nothing waits for it: position, spectrum and output go on by themselves.
+    /// Optional: position, spectrum and output advance without it.
     FMOD_RESULT update();
 
     FMOD_RESULT getVersion(unsigned int* version);
 
-    /// Opens the MP3 file at @p path for streaming; looks at a bounded part of it.
+    /// Opens the MP3 file at @p path for streaming; reads a bounded part of it.
     /// @p exInfo: null. @p sound is owned by the caller, see Sound::release.
     FMOD_RESULT createSound(const char* path, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO* exInfo,
                             Sound** sound);
@@ -78,9 +78,9 @@ public:
     /// after the end of the sound, until its sound is released or the system closed.
     FMOD_RESULT playSound(FMOD_CHANNELINDEX index, Sound* sound, bool paused, Channel** channel);
 
-    /// Writes @p numValues (a power of two, 64..8192) magnitudes of what is heard now, index 0
-    /// the lowest band. The latest 2 * @p numValues samples heard of the mix's channel
-    /// @p channelOffset (0 left, 1 right) are analysed; a full-scale sine in the middle of a band
+    /// Writes @p numValues (a power of two, 64..8192) magnitudes of the sound heard now, index 0
+    /// the lowest band. Analyses the latest 2 * @p numValues samples heard of channel
+    /// @p channelOffset (0 left, 1 right) of the mix; a full-scale sine in the middle of a band
     /// reads 1.0, silence 0.0.
     FMOD_RESULT getSpectrum(float* spectrum, int numValues, int channelOffset,
                             FMOD_DSP_FFT_WINDOW window);
@@ -97,7 +97,7 @@ public:
     Sound(const Sound&) = delete;
     Sound& operator=(const Sound&) = delete;
 
-    /// Ends its playing and closes the file; the pointer is dead afterwards.
+    /// Stops its playback and closes the file; the pointer is invalid afterwards.
     FMOD_RESULT release();
 
 protected:
@@ -105,7 +105,7 @@ protected:
     ~Sound() = default;
 };
 
-/// One playing of a sound.
+/// One playback of a sound.
 class Channel {
 public:
     Channel(const Channel&) = delete;

@@ -1,4 +1,4 @@
-// A file to stream from; tells a read error from the end.
+// A file to stream from; distinguishes read errors from the end of the file.
 #pragma once
 
 #include <FMOD/FMOD.h>
@@ -14,8 +14,8 @@ namespace sound {
 /// A regular file open for reading.
 class File {
 public:
-    /// FMOD_ERR_FILE_NOTFOUND: no such file, or an empty path. FMOD_ERR_FILE_BAD: it may not be
-    /// read, or is a directory, a pipe or a device. FMOD_ERR_MEMORY: too many open files.
+    /// FMOD_ERR_FILE_NOTFOUND: no such file, or an empty path. FMOD_ERR_FILE_BAD: no permission
+    /// to read it, or it is a directory, a pipe or a device. FMOD_ERR_MEMORY: too many open files.
     static FMOD_RESULT Open(const char* path, std::unique_ptr<File>& file);
 
     File(const File&) = delete;
@@ -24,7 +24,7 @@ public:
 
     off_t Size() const { return size; }
 
-    /// Reads up to @p count bytes, less only at the end; -1 on an error, which Failed remembers.
+    /// Reads up to @p count bytes, fewer only at the end; -1 on an error, which Failed reports.
     ssize_t Read(void* bytes, std::size_t count);
 
     /// As lseek(2).

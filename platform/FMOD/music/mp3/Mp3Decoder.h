@@ -15,26 +15,26 @@ namespace sound {
 
 /// Decodes one file from its beginning to its end. One thread at a time.
 ///
-/// A file is a row of streams: each is frames of one rate of which each begins where the one before
-/// ends. Where that breaks off, for damage, tags or another rate, the next stream is looked for.
+/// A file is a sequence of streams: contiguous frames of one sample rate. Where a stream ends, due
+/// to damage, tags or another rate, the decoder searches for the next one.
 class Mp3Decoder {
 public:
     using Progress = Decoder::Progress;
 
-    /// FMOD_ERR_FORMAT: not an MP3 file. Looks at a bounded number of bytes, however long the file.
+    /// FMOD_ERR_FORMAT: not an MP3 file. Reads a bounded number of bytes, however long the file is.
     static FMOD_RESULT Open(std::unique_ptr<File> file, std::unique_ptr<Mp3Decoder>& decoder);
 
-    /// Of the frames decoded last, or of the first before that; it may change in mid-file.
+    /// Of the frames decoded last, or of the first frames before any; may change within a file.
     int RateHz() const { return rateHz; }
 
-    /// Frames: @p frames are the next of them (left, right; perhaps none), valid until the next
-    /// call. What is damaged is left out. Failed: the file could not be read any further.
+    /// Frames: @p frames are the next ones (left, right; possibly none), valid until the next call.
+    /// Damaged frames are skipped. Failed: the file could not be read any further.
     Progress Decode(std::span<const float>& frames);
 
     /// Back to the beginning.
     FMOD_RESULT Rewind();
 
-    /// Any thread: makes Decode, also one under way, come back soon.
+    /// Any thread: makes Decode return soon, also a call in progress.
     void Interrupt() { file->Interrupt(); }
 
 private:

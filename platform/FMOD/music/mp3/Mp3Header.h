@@ -11,17 +11,17 @@ namespace sound {
 struct Mp3Header {
     std::uint32_t bits;
     int rateHz;
-    int frameBytes; ///< 0: free format, the header does not tell
+    int frameBytes; ///< 0: free format, the header does not say
 
-    /// Bytes that this frame is longer than others of its bit rate.
+    /// By how many bytes this frame is longer than others of its bit rate.
     int Padding() const { return static_cast<int>(bits >> 9 & 1); }
 };
 
 /// The MPEG audio layer III header that @p bytes (at least 4) begin with, if they do.
 std::optional<Mp3Header> ParseMp3Header(std::span<const unsigned char> bytes);
 
-/// Where in @p bytes an MP3 stream begins: the first frame that is one of @p frameCount (at least
-/// 2; in free format 3) of one stream, each beginning where the one before ends.
+/// Where in @p bytes an MP3 stream begins: at the first of @p frameCount contiguous frames (at
+/// least 2; in free format 3) of one stream.
 std::optional<std::size_t> FindMp3Stream(std::span<const unsigned char> bytes, int frameCount);
 
 /// Bytes of the ID3v2 tag that @p bytes (at least 10) begin with, its header included; 0: no tag.

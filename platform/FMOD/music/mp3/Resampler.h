@@ -10,13 +10,13 @@ struct soxr;
 
 namespace sound {
 
-/// Keeps time: n frames in give n * 44100 / rate frames out, the first in step with the first.
+/// Keeps time: n frames in give n * 44100 / rate frames out, aligned at the first frame.
 class Resampler {
 public:
-    /// Throws std::bad_alloc when memory ran out.
+    /// Throws std::bad_alloc when out of memory.
     explicit Resampler(int fromRateHz);
 
-    /// Appends to @p out what of @p frames can be told already.
+    /// Appends to @p out the output that @p frames make available.
     void Process(std::span<const float> frames, std::vector<float>& out);
 
     /// Appends the rest, at the end of the music.

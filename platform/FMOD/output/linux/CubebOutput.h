@@ -1,4 +1,4 @@
-// The sound device, by way of cubeb. The only file that knows it.
+// A sound device driven through cubeb. Only this class uses that library.
 #pragma once
 
 #include "Device.h"

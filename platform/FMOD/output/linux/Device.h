@@ -1,16 +1,16 @@
-// One way to play: what the device thread opens, watches and closes.
+// A sound device, which the device thread opens, watches and closes.
 #pragma once
 
 namespace sound {
 
-/// One device, fed by the DeviceFeed that it was made with. Device thread only: all its operations,
-/// the destructor included, may hang for as long as the sound system does.
+/// One device, fed by the DeviceFeed that it was made with. Device thread only: all operations,
+/// the destructor included, may block for as long as the sound system hangs.
 class Device {
 public:
     Device() = default;
     Device(const Device&) = delete;
     Device& operator=(const Device&) = delete;
-    /// Closes it: when it returns, the feed is not used any more.
+    /// Closes it: when it returns, the feed is no longer used.
     virtual ~Device() = default;
 
     /// Opens the default device and starts it; false: there is none. Called once.

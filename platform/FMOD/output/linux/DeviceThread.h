@@ -1,4 +1,4 @@
-// Keeps a device open behind the timeline, on a thread that may hang in it.
+// Keeps a device open for the timeline, on a thread that may block in it.
 #pragma once
 
 #include <memory>
@@ -9,9 +9,9 @@ namespace sound {
 struct DeviceKind;
 struct LiveOutput;
 
-/// Starts the thread, which tries @p kinds (at least one, as long as the process) in their order.
-/// It is on its own: nobody waits for it, and it ends some time after LiveOutput::Stop. Throws
-/// std::system_error when threads ran out.
+/// Starts the thread, which tries @p kinds (at least one; must live as long as the process) in
+/// order. The thread is detached: nobody waits for it, and it ends some time after
+/// LiveOutput::Stop. Throws std::system_error when no thread can be started.
 void StartDeviceThread(std::shared_ptr<LiveOutput> output, std::span<const DeviceKind> kinds);
 
 } // namespace sound

@@ -1,4 +1,4 @@
-// The kinds of devices that there are, and which of them are to be tried.
+// The kinds of devices, and which of them to try.
 #pragma once
 
 #include "OutputTimeline.h"
@@ -11,14 +11,13 @@ namespace sound {
 class Device;
 
 struct DeviceKind {
-    const char* name; ///< as SKOVRA_SOUND has it
+    const char* name; ///< its value of SKOVRA_SOUND
     DeviceFeed::Reports reports;
     std::unique_ptr<Device> (*make)(DeviceFeed& feed); ///< null: not worth trying now
 };
 
-/// In the order in which to try them: all, the one that the environment variable SKOVRA_SOUND
-/// names, or none if that is "none". A name that is none of these counts for nothing and is told on
-/// standard error.
+/// The kinds to try, in order: all, the one that the environment variable SKOVRA_SOUND names, or
+/// none if that is "none". An unknown name is reported on standard error and ignored.
 std::span<const DeviceKind> ChosenDevices();
 
 } // namespace sound

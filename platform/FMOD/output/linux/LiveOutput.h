@@ -1,4 +1,4 @@
-// What the live output's threads share.
+// The state that the live output's threads share.
 #pragma once
 
 #include "OutputTimeline.h"
@@ -10,7 +10,7 @@
 
 namespace sound {
 
-/// Owned by all that use it together: a device thread that hangs in a sound server keeps its part.
+/// Shared ownership, so that a device thread that hangs in a sound server still has it.
 struct LiveOutput {
     LiveOutput(const Source& source, std::int64_t nowNs) : timeline(source, nowNs) {}
 
@@ -39,11 +39,11 @@ struct LiveOutput {
     }
 
     OutputTimeline timeline;
-    std::atomic<bool> deviceFailed{false};  ///< the latest attempt to open one came to nothing
+    std::atomic<bool> deviceFailed{false};  ///< the latest attempt to open one failed
     std::atomic<bool> deviceStarted{false}; ///< one is open, and may be about to play
     std::atomic<bool> deviceClosed{false};  ///< by the device thread, at its end
-    std::atomic<bool> soundWanted{false};   ///< something was played, or is about to be
-    std::atomic<bool> deviceWanted{true};   ///< or nobody wants to hear it
+    std::atomic<bool> soundWanted{false};   ///< something has been or is about to be played
+    std::atomic<bool> deviceWanted{true};   ///< false: SKOVRA_SOUND asks for silence
 
 private:
     std::mutex mutex;

@@ -1,4 +1,4 @@
-// PipeWire's client library, loaded when it is wanted: a system without it plays by other means.
+// PipeWire's client library, loaded on demand: systems without it use other devices.
 #pragma once
 
 #include <pipewire/pipewire.h>
@@ -37,12 +37,12 @@ struct PipeWireLibrary {
     decltype(&pw_stream_queue_buffer) streamQueueBuffer;
 };
 
-/// The library, initialised and, unless PIPEWIRE_DEBUG is set, silent; null: this system has none,
-/// or one too old. It stays loaded. One thread at a time.
+/// The library, initialised, and with its log off unless PIPEWIRE_DEBUG is set; null: not installed
+/// or too old. It stays loaded. One thread at a time.
 const PipeWireLibrary* LoadPipeWire();
 
-/// The library's configuration that gives its threads real-time priority: of @p version, as
-/// getLibraryVersion answers it. From 1.3 on it is the usual one.
+/// The configuration file with which the library gives its threads real-time priority; @p version
+/// as getLibraryVersion returns it. From 1.3 on that is the default one.
 inline const char* RealTimeConfiguration(const char* version) noexcept {
     int major = 0;
     int minor = 0;

@@ -1,4 +1,4 @@
-// The sound device, by way of PipeWire's own protocol, which alone tells exactly what is heard.
+// A sound device driven by PipeWire's own protocol, which reports exact positions.
 #pragma once
 
 #include "Device.h"
@@ -18,7 +18,7 @@ public:
     ~PipeWireOutput() override;
 
     /// False: no library, no daemon, one that does not answer within a second, or one without any
-    /// sink. The stream may have to wait for a link; until then the feed is not asked.
+    /// sink. The stream may have to wait for a link; until then it requests no frames.
     bool Start() override;
 
 private:

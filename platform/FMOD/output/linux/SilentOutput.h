@@ -1,4 +1,4 @@
-// Plays silence in real time while there is no device, and notices when one is lost.
+// The silent output, in real time while there is no device, and the watchdog for lost devices.
 #pragma once
 
 #include <thread>
@@ -7,11 +7,11 @@ namespace sound {
 
 struct LiveOutput;
 
-/// The watching thread. Tells the viewer, in one line on standard error, when there is no sound.
-/// Ends with LiveOutput::Stop, which is to be called before the destructor.
+/// The watchdog thread. Reports in one line on standard error that there is no sound.
+/// Ends with LiveOutput::Stop, which must be called before the destructor.
 class SilentOutput {
 public:
-    /// Throws std::system_error when threads ran out.
+    /// Throws std::system_error when no thread can be started.
     explicit SilentOutput(LiveOutput& output);
     SilentOutput(const SilentOutput&) = delete;
     SilentOutput& operator=(const SilentOutput&) = delete;

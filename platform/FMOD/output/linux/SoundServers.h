@@ -1,14 +1,14 @@
-// Which sound servers are worth asking, found out without their libraries.
+// Which sound servers seem to be running, detected without their libraries.
 #pragma once
 
 namespace sound {
 
-/// Whether there is a socket of a PipeWire daemon, or the environment leads to one elsewhere. Its
-/// library takes two megabytes to find that out, and more with each attempt.
+/// Whether there is a socket of a PipeWire daemon, or the environment names one elsewhere. Its
+/// library would take two megabytes to find that out, and more with each attempt.
 bool PipeWireMayRun();
 
-/// Whether this user's JACK server runs. Its library waits for other processes, if need be for
-/// ever.
+/// Whether this user's JACK server is running. Its library waits for other processes, possibly
+/// forever.
 bool JackServerRuns();
 
 } // namespace sound

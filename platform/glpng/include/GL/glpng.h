@@ -1,7 +1,7 @@
-// PNG file to OpenGL texture.
+// Loads PNG files as OpenGL textures.
 #pragma once
 
-/// What a PNG file holds.
+/// The properties of a PNG file.
 struct pngInfo {
     unsigned int Width;  ///< pixels
     unsigned int Height; ///< pixels
@@ -14,10 +14,11 @@ inline constexpr int PNG_ALPHA = -2;    ///< the file's own alpha, where it has 
 
 extern "C" {
 
-/// Makes a new 2D texture of the PNG file @p filename, the file's first row at t = 0, and leaves
+/// Makes a new 2D texture from the PNG file @p filename, the file's first row at t = 0, and leaves
 /// it bound. @p mipmap: PNG_NOMIPMAPS; @p transparency: PNG_ALPHA; @p info may be null.
-/// 0 when the file cannot be opened or decoded, is larger than GL_MAX_TEXTURE_SIZE on a side or
-/// than 256 MiB decoded: the name made for it then stays bound, without an image.
+/// Returns its name; 0 when the file cannot be opened or decoded, is larger than
+/// GL_MAX_TEXTURE_SIZE on a side or has more than 256 MiB of decoded pixels: the name made for it
+/// then stays bound, without an image.
 /// Needs a current OpenGL context.
 unsigned int pngBind(const char* filename, int mipmap, int transparency, pngInfo* info,
                      int wrapMode, int minFilter, int magFilter);

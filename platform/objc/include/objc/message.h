@@ -7,13 +7,13 @@ using SEL = const struct objc_selector*;
 
 extern "C" {
 
-/// The class named @p name, or null. "NSAutoreleasePool" is the only one there is.
+/// The class named @p name, or null. Only "NSAutoreleasePool" exists.
 Class objc_getClass(const char* name);
 
 /// The selector for @p name; equal names give the same selector.
 SEL sel_registerName(const char* name);
 
-/// Sends a message. "alloc" to the class gives a pool, "init" to a pool gives that pool,
-/// "release" ends it and gives null. A message to null, or one not understood, gives null.
+/// Sends a message. "alloc" to the class returns a pool, "init" to a pool returns that pool,
+/// "release" frees it and returns null. A message to null, or an unknown one, returns null.
 id objc_msgSend(id receiver, SEL selector, ...);
 }
