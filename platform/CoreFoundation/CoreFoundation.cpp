@@ -13,14 +13,14 @@
 
 namespace {
 
-/// What stands behind both a string (in UTF-8) and a URL (an absolute path).
+/// Both a string (in UTF-8) and a URL (an absolute path).
 struct Text {
     std::string bytes;
 };
 
 template <typename Reference>
 Reference Handle(std::string bytes) {
-    // Owned by the caller, who gives it back by CFRelease.
+    // Owned by the caller, who frees it with CFRelease.
     return reinterpret_cast<Reference>(new Text{std::move(bytes)});
 }
 
@@ -96,7 +96,8 @@ CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringR
     }
     const auto path =
         bundle->folder / (type == nullptr ? Bytes(name) : Bytes(name) + '.' + Bytes(type));
-    // Anything there counts, be it a folder or unreadable: who opens it reports what is wrong.
+    // Anything of that name counts, even a folder or an unreadable file: opening it gives the
+    // error.
     std::error_code error;
     return std::filesystem::exists(path, error) ? Handle<CFURLRef>(path.string()) : nullptr;
 }

@@ -1,11 +1,10 @@
-// What is behind the pointers of the public interface.
 #include "Objects.h"
 
 #include <algorithm>
 
 namespace sound {
 
-// A tenth of a second of music ahead of the output is enough to begin with.
+// A tenth of a second of decoded music is enough to start.
 static constexpr std::size_t startFrames = outputRateHz / 10;
 static constexpr std::chrono::milliseconds startLimit{10};
 
@@ -17,8 +16,8 @@ static void WaitUntilReady(void* mixer, std::int32_t frames) noexcept {
     static_cast<Mixer*>(mixer)->WaitUntilReady(frames);
 }
 
-// Where the output's clock was a moment ahead of what it had asked for, a pause or the end that
-// came then was not known yet.
+// Where the output's clock ran ahead of the frames requested, a pause or the end in between was not
+// known yet.
 MusicTime::Moment ChannelObject::Heard() {
     MusicTime::Moment moment = voice->At(HeardFrames(*system.output));
     latestFrame = std::max(latestFrame, moment.musicFrame);
@@ -60,7 +59,7 @@ void SystemObject::RemoveSound(SoundObject& sound) {
     std::erase_if(sounds, [&sound](const auto& other) { return other.get() == &sound; });
 }
 
-// A stream has one reader: wherever it is playing, it ends.
+// A stream has one reader: stops it wherever it is playing.
 void SystemObject::Silence(const SoundObject& sound) {
     for (const auto& channel : channels) {
         if (channel->sound == &sound) {
@@ -89,7 +88,7 @@ FMOD_RESULT SystemObject::Play(SoundObject& sound, bool paused, ChannelObject& c
     return FMOD_OK;
 }
 
-// Free means: whose sound was released or is over. If none is, the first is taken from its sound.
+// A channel is free if its sound was released or is over. If none is, the first is reused.
 ChannelObject* SystemObject::FindChannel(int index) {
     if (index != FMOD_CHANNEL_FREE) {
         const bool exists = index >= 0 && static_cast<std::size_t>(index) < channels.size();

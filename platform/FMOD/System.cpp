@@ -15,7 +15,7 @@ using sound::SystemObject;
 static constexpr int mostChannels = 64;
 static constexpr FMOD_MODE knownModes = FMOD_2D | FMOD_SOFTWARE | FMOD_CREATESTREAM;
 
-// Runs @p operation; memory or threads that ran out in it become a result.
+// Runs @p operation; turns running out of memory or threads into a result code.
 template <typename Operation>
 static FMOD_RESULT Guarded(Operation operation) noexcept {
     try {

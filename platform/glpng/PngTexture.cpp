@@ -1,4 +1,4 @@
-// PNG file to OpenGL texture: the texture's making and the upload.
+// Loads PNG files as OpenGL textures: texture creation and upload.
 #include <GL/glpng.h>
 
 #include "PngImage.h"
@@ -19,7 +19,7 @@ struct FileCloser {
 
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-// Non-blocking, so that a named pipe without a writer is refused rather than waited for.
+// Non-blocking, so that a named pipe without a writer is refused instead of blocking.
 File OpenRegularFile(const char* filename) {
     const int descriptor = open(filename, O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (descriptor < 0) {
@@ -57,7 +57,7 @@ void Upload(const glpng::PngImage& image) {
     glPopClientAttrib();
 }
 
-// Asked of the texture, because glGetError would take the caller's errors away.
+// Queries the texture, because glGetError would clear the caller's errors.
 bool HasImage() {
     GLint width = 0;
     glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
@@ -78,7 +78,7 @@ unsigned int pngBind(const char* filename, int /*mipmap*/, int /*transparency*/,
 
     glpng::PngImage image;
     if (!DecodeFile(filename, image)) {
-        return 0; // the name stays made and bound, without an image: callers rely on it
+        return 0; // the texture stays bound, without an image: callers rely on it
     }
     Upload(image);
     if (!HasImage()) {

@@ -35,7 +35,7 @@ id objc_msgSend(id receiver, SEL selector, ...) {
         return nullptr;
     }
     if (receiver == reinterpret_cast<id>(&poolClass)) {
-        // Owned by who asked for it, until it is sent "release".
+        // Owned by the caller, until it is sent "release".
         return selector == Selector("alloc") ? new objc_object : nullptr;
     }
     if (selector == Selector("init")) {

@@ -1,4 +1,4 @@
-// The mouse cursor, which to GLUT belongs to a window.
+// The mouse cursor, which in GLUT belongs to a window.
 #include <Carbon/Carbon.h>
 
 #include <GL/freeglut.h>

@@ -21,8 +21,8 @@ namespace {
 constexpr OSStatus noDisplay = -1;
 constexpr OSStatus noAlert = -50;
 
-/// GTK takes over the handlers of X errors and of SIGPIPE, for the whole process and for good;
-/// left with them, errors on GLUT's own connection would go unnoticed.
+/// GTK replaces the handlers of X errors and of SIGPIPE for the whole process, permanently; errors
+/// on GLUT's own connection would then go unnoticed.
 class KeptHandlers {
 public:
     KeptHandlers() : onError(XSetErrorHandler(nullptr)), onIoError(XSetIOErrorHandler(nullptr)) {
@@ -46,7 +46,7 @@ private:
 
 bool Started() {
     static const bool prepared = [] {
-        // freeglut knows X11 only: box and window on one server.
+        // freeglut supports X11 only: box and window on one server.
         gdk_set_allowed_backends("x11");
         g_unsetenv("GDK_BACKEND"); // it would overrule that
         gtk_disable_setlocale();   // a decimal comma would change what printf and strtod do
@@ -55,7 +55,7 @@ bool Started() {
         }
         return true;
     }();
-    // GTK ends the process at once, and what it has not written, if the display goes meanwhile.
+    // If the display is lost meanwhile, GTK ends the process at once, without flushing output.
     std::fflush(stdout);
     return prepared && gtk_init_check(nullptr, nullptr) != FALSE;
 }

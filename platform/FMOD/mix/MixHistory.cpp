@@ -1,4 +1,3 @@
-// The mix of the last moments, kept for the spectrum.
 #include "MixHistory.h"
 
 #include <algorithm>
@@ -33,7 +32,7 @@ void MixHistory::Copy(std::int64_t end, int side, float* samples,
                                             .side[side]
                                       : 0.0F;
     }
-    // What the writer reached meanwhile was overwritten, perhaps before it was copied.
+    // Frames that the writer has reached since may have been overwritten before they were copied.
     const std::int64_t oldest = begun.load(std::memory_order_relaxed) - capacity;
     const std::int64_t lost = std::clamp<std::int64_t>(oldest - start, 0, count);
     std::fill_n(samples, lost, 0.0F);

@@ -1,4 +1,3 @@
-// What the output plays: the voices' sum, and a history of it.
 #include "Mixer.h"
 
 #include "Voice.h"
@@ -8,7 +7,7 @@
 
 namespace sound {
 
-// The longest spectrum looks back 16384 frames, and up to as many may be handed out but not heard.
+// The longest spectrum needs 16384 frames, and up to as many may be handed out but not yet heard.
 static constexpr std::int64_t historyFrames = 32768;
 
 Mixer::Mixer(std::size_t slotsWanted)
@@ -17,7 +16,7 @@ Mixer::Mixer(std::size_t slotsWanted)
 
 void Mixer::Play(std::size_t slot, Voice* voice) noexcept {
     slots[slot].store(voice);
-    // A use that began before the store may have seen the former voice; it lasts for one block.
+    // A block begun before the store may still use the previous voice.
     const std::uint32_t use = uses.load();
     while (use % 2 == 1 && uses.load() == use) {
         std::this_thread::yield();

@@ -1,4 +1,3 @@
-// Which moment of the music is heard when: pauses and gaps part its time from the output's.
 #include "MusicTime.h"
 
 #include <algorithm>
@@ -26,10 +25,11 @@ MusicTime::Moment MusicTime::At(std::int64_t outputFrame) const noexcept {
                               entry.course.load(std::memory_order_acquire)};
         const bool overwritten = begun.load(std::memory_order_relaxed) > number - 1 + capacity;
         if (overwritten && known) {
-            return moment; // the oldest mark that is kept must do
+            return moment; // the oldest mark still kept
         }
         if (overwritten) {
-            number = finished.load(std::memory_order_acquire); // not even the latest was: again
+            number =
+                finished.load(std::memory_order_acquire); // even the latest was overwritten: again
             continue;
         }
         moment = start;

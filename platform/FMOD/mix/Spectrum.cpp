@@ -1,4 +1,3 @@
-// The strength of each frequency band in the latest samples.
 #include "Spectrum.h"
 
 #include <algorithm>
@@ -50,8 +49,8 @@ void Spectrum::Analyse(FMOD_DSP_FFT_WINDOW window, float* magnitudes) {
     static_assert(sizeof(Bin) == sizeof(kiss_fft_cpx));
     kiss_fftr(transform.get(), triangular ? windowed.data() : samples.data(),
               reinterpret_cast<kiss_fft_cpx*>(bins.data()));
-    // A sine's strength comes out half at its frequency, half at the mirrored one that is left out;
-    // the window's sum is what a constant 1 would give.
+    // Half of a sine's magnitude is at its frequency, half at the mirrored one, which is left out;
+    // a constant 1 would give the sum of the window.
     const float scale = 2.0F / static_cast<float>(triangular ? bands : 2 * bands);
     std::transform(bins.begin(), bins.end() - 1, magnitudes, [scale](const Bin& bin) {
         return std::sqrt(bin.real * bin.real + bin.imaginary * bin.imaginary) * scale;

@@ -1,4 +1,3 @@
-// One playing of a stream: its volume, mute and pause, and where it is.
 #include "Voice.h"
 
 #include "Stream.h"
@@ -8,7 +7,7 @@
 
 namespace sound {
 
-// From silence to full in 512 frames (12 ms): no faster, or one would hear a click.
+// From silence to full in 512 frames (12 ms): faster ramps would click.
 static constexpr float largestGainStep = 1.0F / 512.0F;
 
 Voice::Voice(Stream& playedStream, bool startPaused) : stream(playedStream), paused(startPaused) {}
@@ -19,10 +18,10 @@ void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) 
     }
     const float target = IsPaused() || IsMute() ? 0.0F : volume.load(std::memory_order_relaxed);
     if (musicFrame == 0) {
-        gain = target; // nothing was heard yet, so nothing can click: the music begins as it is
+        gain = target; // nothing was heard yet, so nothing can click: no ramp at the start
     }
     const std::int32_t wanted = FramesWanted(count, target);
-    // Asked before reading: what it says holds for all that was decoded until then.
+    // Before reading: the answer covers everything decoded until now.
     const Stream::Supply supply = stream.GetSupply();
     const auto got =
         static_cast<std::int32_t>(stream.Read(frames.data(), static_cast<std::size_t>(wanted)));
@@ -54,7 +53,7 @@ void Voice::AddTo(float* block, std::int32_t count, float target) noexcept {
     }
 }
 
-// A paused sound runs on until it has faded out.
+// A paused sound continues until it has faded out.
 std::int32_t Voice::FramesWanted(std::int32_t count, float target) const noexcept {
     if (!IsPaused() || target > 0.0F) {
         return count;
@@ -71,7 +70,7 @@ void Voice::SetCourse(std::int64_t outputFrame, MusicTime::Course next) noexcept
 
 void Voice::WaitUntilReady(std::int32_t count) {
     if (!MusicTime::IsOver(course)) {
-        // A decoder that takes longer than this does not decode any more.
+        // A decoder that takes longer than this is not decoding any more.
         stream.WaitUntilReady(static_cast<std::size_t>(count), std::chrono::seconds(60));
     }
 }

@@ -1,4 +1,3 @@
-// Decoded music on its way from the decode thread to the output callback.
 #include "Ring.h"
 
 #include <algorithm>
@@ -23,7 +22,7 @@ void Ring::Write(const float* frames, std::size_t count) noexcept {
 }
 
 std::size_t Ring::Available() const noexcept {
-    // The end that was read first can only be too low: what it promises is there.
+    // The index that was read first can only be too low: those frames are available.
     const std::size_t taken = read.load(std::memory_order_acquire);
     return written.load(std::memory_order_acquire) - taken;
 }

@@ -1,4 +1,3 @@
-// A file being decoded in the background, some way ahead of the output.
 #include "Stream.h"
 
 #include <algorithm>
@@ -8,9 +7,9 @@ namespace sound {
 static constexpr std::size_t ringFrames = outputRateHz;
 static constexpr std::size_t leastRoom = 4096;
 
-// The output callback makes room without telling, for that would be a system call: the decode
-// thread looks again after a quarter of what the ring holds. More often costs more, for it finds
-// its code and data gone from the caches each time.
+// The output callback does not notify the decode thread, which would be a system call: the decode
+// thread polls, once per quarter of the ring. More often costs more, because its code and data have
+// left the caches each time.
 static constexpr std::chrono::milliseconds patience{250};
 
 FMOD_RESULT Stream::Open(const char* path, std::unique_ptr<Stream>& stream) {
@@ -75,15 +74,15 @@ void Stream::WaitUntilReady(std::size_t count, std::chrono::milliseconds limit) 
 }
 
 void Stream::TellWaiting() {
-    // Adding nothing orders this after the write to the ring: whoever began to wait unseen sees it.
+    // Adding 0 orders this after the write to the ring: a thread that began to wait unseen sees it.
     if (waiting.fetch_add(0) > 0) {
         const std::lock_guard<std::mutex> lock(mutex);
         ready.notify_all();
     }
 }
 
-// The decode thread. It does not end by itself: a process that exits in mid-show joins no thread,
-// and one that ended before would count as forgotten.
+// The decode thread. It does not end by itself: a process that exits during the show joins no
+// threads, and one that had ended would be reported as leaked.
 void Stream::Run() {
     while (DecodeMore() && WriteAll()) {
     }
@@ -106,7 +105,7 @@ bool Stream::DecodeMore() {
     return false;
 }
 
-// Moves `decoded` to the ring as room is made there; false when asked to stop.
+// Moves `decoded` to the ring as room becomes available; false when stopped.
 bool Stream::WriteAll() {
     const float* next = decoded.data();
     std::size_t left = decoded.size() / 2;

@@ -1,4 +1,4 @@
-// What the callback of one opened device does.
+// The callback side of one opened device.
 #include "OutputTimeline.h"
 
 #include <algorithm>
@@ -11,20 +11,20 @@ static constexpr std::int64_t shortestTrialNs = 20 * millisecondNs;
 static constexpr std::int64_t trialTolerance = outputRateHz / 200;
 static constexpr std::int64_t paceWindowNs = 1000 * millisecondNs;
 
-// A device may ask for this much at once, and be this far from its nominal rate for a moment: it
+// How much a device may request at once, and how far it may briefly be from its nominal rate: it
 // fills its buffers first, and catches up after a delay.
 static constexpr std::int64_t burstFrames = outputRateHz / 2;
 
 // Frames that may be between the callback and the listener; a device that claims more is wrong.
 static constexpr std::int64_t longestWay = outputRateHz / 2;
 
-// How long a device may be late. One that estimates has 200 ms in hand besides; one that knows has
-// a cycle, and comes back by itself sooner than it could be opened anew.
+// How long a device may be late. One with estimated positions has a buffer of 200 ms besides; one
+// with exact positions has a cycle, and recovers sooner than it could be reopened.
 static constexpr std::int64_t shortGrace = outputRateHz / 10;
 static constexpr std::int64_t longGrace = outputRateHz * 3 / 10;
 
-// A device that knows has nothing in hand when a cycle begins: until it comes to ask, a little
-// late, what it will ask for is already heard. Later than that nothing is.
+// A device with exact positions has an empty buffer when a cycle begins: while its request is a
+// little late, the frames it will request are already heard. After that there is an underrun.
 static constexpr std::int64_t longestLate = outputRateHz / 100;
 
 bool DeviceFeed::Render(float* block, std::int32_t frames, std::int64_t playedFrames,
@@ -57,7 +57,7 @@ void DeviceFeed::Fail() noexcept {
     }
 }
 
-// Compares what is asked for with the time that passes: a device that is none takes any amount, one
+// Compares the frames requested with real time: a device without hardware takes any amount, one
 // that plays does not fall behind for long.
 bool DeviceFeed::IsPacePlausible(std::int32_t frames, std::int64_t reportedNs) noexcept {
     if (handedOut == 0) {
@@ -76,8 +76,8 @@ bool DeviceFeed::IsPacePlausible(std::int32_t frames, std::int64_t reportedNs) n
     return true;
 }
 
-// Whether its position has moved as time has for a moment. Some devices play nothing for seconds
-// after they were started; one that knows its time asks for nothing until it plays.
+// Whether its position has advanced in real time for a while. Some devices play nothing for seconds
+// after they were started; one with exact positions requests nothing until it plays.
 bool DeviceFeed::IsTrusted(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
     if (playedFrames == unknownPosition || handedOut - playedFrames > longestWay) {
         return false;
@@ -95,8 +95,8 @@ bool DeviceFeed::IsTrusted(std::int64_t playedFrames, std::int64_t reportedNs) n
 }
 
 // The next frame given to the device will be heard once the handedOut - playedFrames before it are.
-// The timeline's frame that silence would have played at that moment is to be that frame. (Not what
-// was answered last: that may have been later than the report.)
+// It has to be the timeline's frame that the silent output would have reached at that moment. (Not
+// the position returned last, which may be later than the report.)
 bool DeviceFeed::TakeOver(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
     if (timeline.IsSounding() || timeline.closed) {
         return false;

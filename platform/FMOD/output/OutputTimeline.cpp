@@ -1,4 +1,3 @@
-// One sequence of frames, whoever plays it: a device, or silence in real time when there is none.
 #include "OutputTimeline.h"
 
 #include <algorithm>
@@ -6,7 +5,7 @@
 
 namespace sound {
 
-// How far ahead silence is rendered: a watching thread that is a little late does no harm.
+// Render-ahead of the silent output, so that a watchdog thread that is a little late does no harm.
 static constexpr std::int64_t silenceAhead = outputRateHz / 10;
 
 OutputTimeline::OutputTimeline(const Source& played, std::int64_t nowNs) : source(played) {
@@ -34,7 +33,7 @@ bool OutputTimeline::FallSilentIfLost(std::int64_t nowNs) noexcept {
         return false;
     }
     Enter();
-    const bool lost = IsLost(nowNs); // the device may just have been back
+    const bool lost = IsLost(nowNs); // the device may just have recovered
     if (lost) {
         FallSilent(nowNs);
     }
@@ -66,7 +65,7 @@ void OutputTimeline::Close() noexcept {
     Leave();
 }
 
-// What the device had but did not play counts as heard in time, so that the clock goes on.
+// Frames that the device had but did not play count as heard, so that the clock continues.
 void OutputTimeline::FallSilent(std::int64_t nowNs) noexcept {
     playHead.Publish(HeardFrames(nowNs), nowNs);
     lateFrames.store(0);

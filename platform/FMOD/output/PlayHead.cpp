@@ -1,4 +1,3 @@
-// What is heard now, out of what was handed to the device and when.
 #include "PlayHead.h"
 
 #include "Output.h"
@@ -8,16 +7,16 @@
 
 namespace sound {
 
-// Farther off than a server's estimates are: the device was interrupted, or is another one.
+// Farther off than any server's estimates: playback was interrupted, or the device changed.
 static constexpr std::int64_t farNs = 10'000'000;
 
-// Then reports agree with each other from the first on. Those of a position that is repeated drift
-// off by more than this within that time.
+// Then reports agree with each other from the first on. Those that repeat a position drift by more
+// than this within that time.
 static constexpr std::int64_t agreementNs = 2'000'000;
 static constexpr std::int64_t confirmationNs = 250'000'000;
 
-// A deviation is believed by 0.5 ms a second, which no device's clock drifts, or by an eighth of
-// itself if that is more; by half of itself if it is far, and those reports never agree.
+// A deviation is corrected by 0.5 ms a second, more than any device's clock drifts, or by an eighth
+// of itself if that is more; by half of itself if it is far, as reports that never agree are.
 static constexpr std::int64_t parts = 2000;
 static constexpr std::int64_t patienceNs = 8'000'000'000;
 static constexpr std::int64_t farPatienceNs = 2'000'000'000;

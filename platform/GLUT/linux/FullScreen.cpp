@@ -1,4 +1,4 @@
-// Full screen that leaves the desktop as it was, in place of what freeglut does when asked.
+// Full screen that leaves the desktop unchanged, in place of freeglut's own.
 //
 // The linker's --wrap option turns a program's calls of glutX into calls of __wrap_glutX, and
 // calls of __real_glutX into those of freeglut's own; hence the reserved names.
@@ -21,8 +21,8 @@ bool GameModeIsAsLargeAs(int width, int height) {
            glutGameModeGet(GLUT_GAME_MODE_HEIGHT) == height;
 }
 
-/// freeglut puts the pointer in the middle and lets the keyboard go nowhere once the window is
-/// gone; both would outlast a program that is killed.
+/// freeglut moves the pointer to the middle and leaves the keyboard without focus once the window
+/// is gone; both would outlast a program that is killed.
 void LeaveNoTrace(ScreenProbe::Position pointer) {
     Display* display = glXGetCurrentDisplay();
     XWarpPointer(display, 0, XDefaultRootWindow(display), 0, 0, 0, 0, pointer.x, pointer.y);
@@ -50,7 +50,7 @@ int OpenFullScreenWindow(int width, int height) {
     glutInitWindowSize(width, height);
     // Anywhere else, without a window manager the window would end up as far off the screen.
     glutInitWindowPosition(0, 0);
-    // A window manager takes a moment to make it full screen: no frame is to be seen until then.
+    // A window manager takes a moment to make it full screen: no frame is shown until then.
     const auto displayMode = static_cast<unsigned int>(glutGet(GLUT_INIT_DISPLAY_MODE));
     glutInitDisplayMode(displayMode | GLUT_BORDERLESS);
     const int window = glutCreateWindow("Skovra");
@@ -70,8 +70,8 @@ void __wrap_glutFullScreen() {
     }
 }
 
-/// Game mode where it changes nothing but what is on the screen, else a full-screen window; the
-/// current window either way, and the one returned.
+/// Game mode if it changes nothing but the picture on the screen, else a full-screen window.
+/// Returns the window, which is then the current one.
 int __wrap_glutEnterGameMode() {
     const ScreenProbe screen;
     if (EnteredGameMode(screen)) {

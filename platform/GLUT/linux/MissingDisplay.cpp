@@ -1,4 +1,4 @@
-// What is said where there is a display, but not one that freeglut knows.
+// The message where there is a display, but not one that freeglut supports.
 //
 // By --wrap, see FullScreen.cpp.
 #include "ScreenProbe.h"
@@ -12,12 +12,12 @@
 extern "C" {
 void __real_glutInit(int* argumentCount, char** arguments);
 
-/// freeglut then ends the process with words that tell no more than the display's name.
+/// freeglut then ends the process with a message that names only the display.
 void __wrap_glutInit(int* argumentCount, char** arguments) {
     const char* wayland = std::getenv("WAYLAND_DISPLAY");
     if (wayland != nullptr && *wayland != '\0' && ScreenProbe().Width() == 0) {
         std::fputs("skovra: no X display answers; on Wayland it comes with Xwayland\n", stderr);
-        std::fflush(stdout); // GTK ends the process at once if the display goes meanwhile
+        std::fflush(stdout); // GTK ends the process at once if the display is lost meanwhile
         TellOfMissingX();
     }
     __real_glutInit(argumentCount, arguments);

@@ -1,4 +1,3 @@
-// Video modes, and what freeglut's game mode does to them.
 #include "ScreenMode.h"
 
 #include <algorithm>

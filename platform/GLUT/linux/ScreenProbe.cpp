@@ -1,4 +1,3 @@
-// What must be known of the X screen before game mode is asked for, and freeglut does not tell.
 #include "ScreenProbe.h"
 
 #include "ScreenMode.h"
@@ -17,8 +16,8 @@
 
 namespace {
 
-/// The server's name as freeglut took it: the last -display, which glutInit keeps to itself and
-/// strikes from the arguments; none: as DISPLAY says.
+/// The server's name as freeglut uses it: the last -display, which glutInit removes from the
+/// arguments without revealing it; without one, DISPLAY.
 std::optional<std::string> ServerName() {
     std::ifstream arguments("/proc/self/cmdline", std::ios::binary);
     std::optional<std::string> name;
@@ -87,9 +86,9 @@ bool HasOutputNamed(std::string_view beginning, Display* display, XRRScreenResou
     });
 }
 
-/// It switches no mode, but has compositors show a window as if it had: some never give that window
-/// the keyboard, and some end over it. From 23.1 on an extension tells it, before that the names of
-/// its outputs, which are those of the screens since.
+/// Xwayland switches no mode, but has compositors show a window as if it had: some never give that
+/// window the keyboard focus, and some crash. From 23.1 on an extension identifies it; before
+/// that the names of its outputs did, which are now those of the screens.
 bool IsXwayland(Display* display) {
     int opcode = 0;
     int event = 0;
@@ -128,8 +127,8 @@ std::optional<ScreenMode> OnlyMode(Display* display, int width, int height) {
     return found != modes.end() ? std::optional(ModeOf(*found)) : std::nullopt;
 }
 
-/// The mode that the mode-switching extension takes for the current one. After a change by other
-/// means it may name the one before.
+/// The mode that the mode-switching extension considers current. After a change by other means it
+/// may be the previous one.
 std::optional<ScreenMode> SwitchableMode(Display* display) {
     int clock = 0;
     XF86VidModeModeLine line{};
@@ -162,7 +161,7 @@ bool CanSwitchModes(Display* display) {
            XF86VidModeQueryExtension(display, &event, &error) != 0;
 }
 
-/// freeglut would wait without end for a pointer that another program holds.
+/// freeglut would wait forever for a pointer that another program has grabbed.
 bool IsFreeToGrab(Display* display) {
     const Window root = DefaultRootWindow(display);
     const bool mouse = XGrabPointer(display, root, False, 0, GrabModeAsync, GrabModeAsync, 0, 0,

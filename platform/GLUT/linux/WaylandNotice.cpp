@@ -7,7 +7,7 @@
 void TellOfMissingX() {
     gdk_set_allowed_backends("wayland");
     g_unsetenv("GDK_BACKEND"); // it would overrule that
-    gtk_disable_setlocale();   // what the program prints stays as it is
+    gtk_disable_setlocale();   // the program's output must not depend on the locale
     if (g_get_prgname() == nullptr) {
         g_set_prgname(program_invocation_short_name); // what the desktop calls the program
     }

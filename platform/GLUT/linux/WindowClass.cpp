@@ -1,4 +1,4 @@
-// Windows that a desktop knows as the program's: freeglut gives them no class.
+// Gives windows a class by which a desktop identifies the program: freeglut does not.
 //
 // By --wrap, see FullScreen.cpp.
 #include <GL/freeglut.h>

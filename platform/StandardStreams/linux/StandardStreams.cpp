@@ -1,5 +1,4 @@
-// Standard streams that nobody reads or writes, or that were closed when the program was started:
-// no reason for a show to break.
+// Keeps the show running when standard streams are closed at the start, or their reader goes away.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -7,8 +6,8 @@
 
 namespace {
 
-/// The next file or connection opened would get a closed stream's number, and be written to by
-/// whoever prints.
+/// The next file or connection opened would get the number of a closed stream, and the program's
+/// output would go there.
 void OpenClosedStreams() {
     int descriptor = -1;
     do {
@@ -19,10 +18,10 @@ void OpenClosedStreams() {
     }
 }
 
-/// Runs before main; needs nobody to call it.
+/// Runs before main, without being called.
 [[gnu::constructor]] void PrepareStandardStreams() {
     OpenClosedStreams();
-    std::signal(SIGPIPE, SIG_IGN); // ends a program that prints and is read by nobody
+    std::signal(SIGPIPE, SIG_IGN); // would end a program whose output nobody reads
 }
 
 } // namespace

@@ -21,7 +21,7 @@ bool IsNeeded(png_uint_32 chunk) {
     return chunk == transparency || ((chunk & ancillaryBit) == 0 && chunk != pixels);
 }
 
-// Libraries of different age let different damage pass with a warning.
+// Which damage is only a warning differs between versions of libpng.
 void Warn(png_structp png, png_const_charp) {
     if (IsNeeded(png_get_io_chunk_type(png))) {
         png_longjmp(png, 1);
@@ -38,7 +38,7 @@ struct Reader {
     png_infop info = png != nullptr ? png_create_info_struct(png) : nullptr;
 };
 
-// No gamma is asked for: the file's values are uploaded as they are.
+// No gamma correction: the file's values are uploaded unchanged.
 void AskForEightBitColour(png_structp png) {
     png_set_palette_to_rgb(png);
     png_set_expand_gray_1_2_4_to_8(png);
@@ -56,14 +56,14 @@ void ReadRows(png_structp png, int passes, const PngImage& image) {
     }
 }
 
-// An error inside libpng comes back to setjmp, past destructors: the two functions that call it
-// own nothing, and change no local after it.
+// An error inside libpng jumps to setjmp, past destructors: the two functions that call setjmp own
+// nothing, and change no local variable after it.
 
 bool ReadHeader(const Reader& reader, std::FILE* file, unsigned int maxSide, PngImage& image) {
     if (setjmp(png_jmpbuf(reader.png)) != 0) {
         return false;
     }
-    // Of chunks that need not be there, those that no pixel depends on are passed over.
+    // Skips ancillary chunks that no pixel depends on.
     png_set_keep_unknown_chunks(reader.png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
     png_init_io(reader.png, file);
     png_set_user_limits(reader.png, maxSide, maxSide);

@@ -28,8 +28,8 @@ private:
     void ChangeRate(int nextRateHz, std::vector<float>& frames);
 
     std::unique_ptr<Mp3Decoder> decoder;
-    std::optional<Resampler> resampler; // none: what is decoded has the output's rate
-    int rateHz = outputRateHz;          // of what is decoded
+    std::optional<Resampler> resampler; // none: the decoder has the output's rate
+    int rateHz = outputRateHz;          // of the decoder
 };
 
 void ResampledMp3::Begin() {
@@ -63,7 +63,7 @@ Decoder::Progress ResampledMp3::Read(std::vector<float>& frames) {
     return progress;
 }
 
-// After the rest of what had another rate.
+// After the remaining frames of the previous rate.
 void ResampledMp3::ChangeRate(int nextRateHz, std::vector<float>& frames) {
     if (resampler) {
         resampler->Finish(frames);

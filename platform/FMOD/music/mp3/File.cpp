@@ -1,4 +1,3 @@
-// A file to stream from; tells a read error from the end.
 #include "File.h"
 
 #include <cerrno>
@@ -25,7 +24,7 @@ static FMOD_RESULT ResultOf(int error) {
 }
 
 FMOD_RESULT File::Open(const char* path, std::unique_ptr<File>& file) {
-    // Without waiting: the other end of a named pipe may never come.
+    // Non-blocking: nobody may ever open the other end of a named pipe.
     const int descriptor = open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) {
         return ResultOf(errno);

@@ -1,4 +1,3 @@
-// MP3 file -> stereo frames at the file's own rate.
 #include "Mp3Decoder.h"
 
 #include "Mp3Header.h"
@@ -20,11 +19,11 @@ static constexpr std::size_t searchedBytes = 65536; // more than twice those of 
 static constexpr int mostTags = 8;
 
 static constexpr int framesToBegin = 2;
-// Damage holds many a false header, but hardly ever this many in a row.
+// Damaged data contains false headers, but hardly ever this many in a row.
 static constexpr int framesToGoOn = 4;
 
-// Of damage libmpg123 makes samples from memory that it never set: any number, or none at all. No
-// music is that much above full scale.
+// For damaged frames libmpg123 returns samples from uninitialised memory: any value, even NaN. No
+// music is that far above full scale.
 static constexpr float loudestSample = 8.0F;
 
 static void LeaveOutWhatIsNoSound(std::span<float> samples) {
@@ -42,7 +41,7 @@ static std::span<const unsigned char> ReadAt(File& file, off_t offset,
     return buffer.first(got > 0 ? static_cast<std::size_t>(got) : 0);
 }
 
-// Where the audio may begin: behind the tags, and no tag is longer than the file.
+// Where the audio may begin: after the tags, of which none is longer than the file.
 static off_t SkipTags(File& file) {
     std::array<unsigned char, 10> head = {};
     off_t offset = 0;
@@ -64,7 +63,7 @@ static std::optional<off_t> FindFirstFrame(File& file) {
     const off_t from = SkipTags(file);
     const auto bytes = ReadAt(file, from, buffer);
     if (from == 0 && bytes.size() >= 4 && std::memcmp(bytes.data(), "RIFF", 4) == 0) {
-        return std::nullopt; // other sound data may look like MP3 frames here and there
+        return std::nullopt; // other audio data may contain what looks like MP3 frames
     }
     const auto found = FindMp3Stream(bytes, framesToBegin);
     return found ? std::optional<off_t>(from + static_cast<off_t>(*found)) : std::nullopt;
@@ -95,7 +94,7 @@ void Mp3Decoder::Delete::operator()(mpg123_handle_struct* owned) const {
 }
 
 FMOD_RESULT Mp3Decoder::Configure() {
-    // Without looking for frames behind damage: it believes every header it finds there.
+    // No resync by libmpg123: after damage it accepts every false header.
     constexpr long flags =
         MPG123_FORCE_FLOAT | MPG123_FORCE_STEREO | MPG123_GAPLESS | MPG123_QUIET | MPG123_NO_RESYNC;
     if (handle == nullptr || mpg123_param(handle.get(), MPG123_FLAGS, flags, 0.0) != MPG123_OK ||
@@ -127,7 +126,7 @@ bool Mp3Decoder::BeginStream(off_t at) {
     return true;
 }
 
-// From inside the latest frame on, for damage may have made it seem longer than it was.
+// Searches from inside the latest frame, which damage may have made seem longer than it is.
 bool Mp3Decoder::BeginNextStream() {
     std::vector<unsigned char> buffer(searchedBytes);
     off_t from = latestFrame + 1;

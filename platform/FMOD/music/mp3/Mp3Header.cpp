@@ -1,4 +1,3 @@
-// The four bytes that begin each frame of an MP3 stream, and where its first frame is.
 #include "Mp3Header.h"
 
 #include <algorithm>
@@ -61,7 +60,7 @@ static bool BeginsStream(std::span<const unsigned char> bytes, const Mp3Header& 
     if (header.frameBytes != 0) {
         return FollowEachOther(bytes, header, 0, frameCount);
     }
-    // How long such frames are only the distances between them tell.
+    // The length of such frames follows only from the distance between them.
     for (std::size_t length = shortestFreeFrame; length <= longestFreeFrame; ++length) {
         if (FollowEachOther(bytes, header, length, std::max(frameCount, 3))) {
             return true;

@@ -1,4 +1,3 @@
-// Stereo frames at a file's own rate -> frames at the output's rate.
 #include "Resampler.h"
 
 #include "Output.h"
@@ -13,7 +12,7 @@ static constexpr std::size_t stepFrames = 4096;
 
 Resampler::Resampler(int fromRateHz) {
     const soxr_io_spec_t samples = soxr_io_spec(SOXR_FLOAT32_I, SOXR_FLOAT32_I);
-    // As good as single precision allows, for a quarter more time than the next grade below.
+    // The best quality for single precision, for a quarter more time than the next lower one.
     const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_24_BITQ, 0);
     const soxr_runtime_spec_t oneThread = soxr_runtime_spec(1);
     resampler.reset(soxr_create(fromRateHz, static_cast<double>(outputRateHz), 2, nullptr, &samples,

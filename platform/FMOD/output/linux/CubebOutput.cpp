@@ -1,4 +1,3 @@
-// The sound device, by way of cubeb. The only file that knows it.
 #include "CubebOutput.h"
 
 #include "Clock.h"
@@ -11,9 +10,9 @@
 
 namespace sound {
 
-// Each attempt to find a server takes megabytes for a moment and uses next to none of them. Mapped
-// apart they cost nothing; from its own store, where malloc puts them from the second attempt on,
-// they would stay resident.
+// Each attempt to find a server briefly allocates megabytes and hardly touches them. As separate
+// mappings they cost nothing; on the heap, where malloc puts them from the second attempt on, they
+// would stay resident.
 static constexpr int largestStoredBytes = 128 * 1024;
 
 // 200 ms: beside busy processes a callback may be more than 100 ms late.
@@ -37,7 +36,7 @@ static void Notice(cubeb_stream*, void* feed, cubeb_state state) {
 }
 
 bool CubebOutput::Start() {
-    mallopt(M_MMAP_THRESHOLD, largestStoredBytes); // its default, but fixed
+    mallopt(M_MMAP_THRESHOLD, largestStoredBytes); // the default, but no longer adjusted
     cubeb* openedContext = nullptr;
     if (cubeb_init(&openedContext, "Skovra", backend) != CUBEB_OK) {
         return false;
@@ -59,9 +58,9 @@ bool CubebOutput::Start() {
     return cubeb_stream_start(openedStream) == CUBEB_OK;
 }
 
-// The position is asked for here only: elsewhere cubeb takes a lock for it. (For ALSA it takes one
-// here, too, which nobody else holds while a stream plays.) Nor is its latency ever asked for: once
-// a server has died, cubeb ends the process over that.
+// The position is read only here: elsewhere cubeb takes a lock for it. (With ALSA it takes one
+// here, too, which nobody else holds while a stream plays.) The latency is never read: after a
+// server has died, that makes cubeb end the process.
 long CubebOutput::Fill(cubeb_stream* stream, void* feed, const void*, void* output,
                        long frames) noexcept {
     std::uint64_t played = 0;

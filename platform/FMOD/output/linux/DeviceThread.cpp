@@ -1,4 +1,3 @@
-// Keeps a device open behind the timeline, on a thread that may hang in it.
 #include "DeviceThread.h"
 
 #include "Clock.h"
@@ -21,16 +20,16 @@ static constexpr std::chrono::milliseconds retryPeriod{1000};
 static constexpr std::chrono::milliseconds faithfulRetryPeriod{250};
 static constexpr std::chrono::seconds checkPeriod{1};
 
-// How long a device that was started may take to ask for anything: a stream waits for its link, a
-// loudspeaker without wires for its radio.
+// How long a device that was started may take to request frames: a stream waits for its link, a
+// wireless loudspeaker for its radio.
 static constexpr std::chrono::seconds linkPatience{3};
 
-// How long a kind of device that has played is the only one tried, once it is lost, and more often:
-// a server that was started again is soon there, but takes a moment to have a loudspeaker.
+// How long, after a device is lost, only its kind is tried, and more often: a restarted server is
+// soon back, but takes a moment to find its loudspeaker.
 static constexpr std::chrono::seconds faithfulness{10};
 
-// A process that exits takes its libraries down while this thread goes on: it is given a moment to
-// come out of them, and does not enter them again.
+// A process that exits unloads its libraries while this thread is still running: the thread gets a
+// moment to return from them, and does not enter them again.
 static constexpr std::chrono::milliseconds exitPatience{50};
 static std::atomic<bool> processExits{false};
 static std::atomic<int> threadsInLibrary{0};
@@ -77,11 +76,11 @@ static void Close(std::unique_ptr<Device>& device) {
     device.reset();
 }
 
-// What became of a device that was tried.
+// The result of trying a device.
 enum class Ending { Refused, Failed, Stopped };
 
-// Waits while a device plays, or may still come to it. One that is never asked for anything is no
-// harm, the show goes on without it; but if others may do better, it is given up after a while.
+// Waits while a device plays or may still start to. A device that never requests frames does no
+// harm, the show continues without it; but if there are others to try, it is given up in time.
 static Ending Watch(LiveOutput& output, const DeviceFeed& feed, bool hasRivals) {
     const auto patient = std::chrono::steady_clock::now() + linkPatience;
     bool running = true;
@@ -94,7 +93,7 @@ static Ending Watch(LiveOutput& output, const DeviceFeed& feed, bool hasRivals) 
     return running ? Ending::Failed : Ending::Stopped;
 }
 
-// From a start to the device's end. @p played: set when it did.
+// From a device's start to its end. @p played: set if it has played.
 static Ending RunDevice(LiveOutput& output, const DeviceKind& kind, bool hasRivals, bool& played) {
     DeviceFeed feed(output.timeline, kind.reports);
     std::unique_ptr<Device> device = Make(kind, feed);
@@ -114,13 +113,13 @@ static Ending RunDevice(LiveOutput& output, const DeviceKind& kind, bool hasRiva
 
 namespace {
 
-// Which kind of device is tried next. What has played is likely to be back soon: while it may,
-// nothing else is tried, which would take the loudspeaker from it or tell the time less well.
+// Which kind of device is tried next. A kind that has played is likely to be back soon: until then
+// no other is tried, which might occupy the loudspeaker or report less accurate positions.
 class Search {
 public:
     explicit Search(std::span<const DeviceKind> all) : kinds(all) {}
 
-    // Tries one kind after the other until one starts; what became of the last.
+    // Tries one kind after the other until one starts; the result of the last.
     Ending Round(LiveOutput& output) {
         Ending ending = Ending::Refused;
         const auto candidates = IsFaithful() ? std::span(latest, 1) : kinds;
@@ -156,15 +155,15 @@ private:
 
 } // namespace
 
-// The thread of the output callback is made by this one and inherits what it has. Where that may
-// not be asked for, it waits its turn beside other busy processes.
+// The thread of the output callback is created by this one and inherits its priority. Without
+// real-time priority it competes with other busy processes.
 static void AskForPriority() {
     sched_param parameters = {};
     parameters.sched_priority = sched_get_priority_min(SCHED_RR);
     pthread_setschedparam(pthread_self(), SCHED_RR, &parameters);
 }
 
-// A device that was lost is opened again at once: it may only have been late.
+// A lost device is reopened at once: it may only have been late.
 static void Run(const std::shared_ptr<LiveOutput>& output, std::span<const DeviceKind> kinds) {
     AskForPriority();
     Search search(kinds);

@@ -1,4 +1,3 @@
-// The kinds of devices that there are, and which of them are to be tried.
 #include "Devices.h"
 
 #include "CubebOutput.h"

@@ -1,4 +1,4 @@
-// The live output: a device where there is one, otherwise silence in real time.
+// The live output: a device if there is one, otherwise silent output in real time.
 #include "Output.h"
 
 #include "Clock.h"
@@ -15,7 +15,7 @@ namespace sound {
 // For a device to open or to close. The caller draws frames, and drops one or two at worst.
 static constexpr std::chrono::milliseconds longestWait{40};
 
-// For one that has opened to begin, before there is anything to draw.
+// For one that has opened to start playing, before there is anything to draw.
 static constexpr std::chrono::milliseconds longestStart{300};
 
 struct Output {
@@ -26,7 +26,7 @@ struct Output {
     SilentOutput silence;
 };
 
-// Polls, for neither an output callback nor a device that hangs tells anybody.
+// Polls, because neither an output callback nor a device that hangs can notify anybody.
 template <typename Condition>
 static void WaitFor(std::chrono::milliseconds limit, Condition reached) {
     const auto end = std::chrono::steady_clock::now() + limit;

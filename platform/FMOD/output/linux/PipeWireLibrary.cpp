@@ -1,4 +1,3 @@
-// PipeWire's client library, loaded when it is wanted: a system without it plays by other means.
 #include "PipeWireLibrary.h"
 
 #include <cstdlib>
@@ -50,7 +49,7 @@ static std::optional<PipeWireLibrary> Load() {
         return std::nullopt;
     }
     found.init(nullptr, nullptr);
-    // That nobody answers is no error to us, and what is one we tell ourselves.
+    // A missing daemon is no error here, and errors are reported by this program.
     if (std::getenv("PIPEWIRE_DEBUG") == nullptr) {
         found.logSetLevel(SPA_LOG_LEVEL_NONE);
     }

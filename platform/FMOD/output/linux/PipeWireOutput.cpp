@@ -1,4 +1,3 @@
-// The sound device, by way of PipeWire's own protocol, which alone tells exactly what is heard.
 #include "PipeWireOutput.h"
 
 #include "Clock.h"
@@ -19,8 +18,8 @@ namespace sound {
 static constexpr std::int64_t answerPatienceNs = 1'000'000'000;
 static constexpr std::uint32_t frameBytes = 2 * sizeof(float);
 
-// What the stream may be asked for at a time, and what it therefore has in hand: as much as
-// elsewhere, if the daemon's own limit (by default 2048 frames) lets it.
+// The most that may be requested from the stream at once, and so its buffer: as much as with other
+// devices, if the daemon's own limit (by default 2048 frames) allows.
 static constexpr const char* latency = "8192/44100";
 
 namespace {
@@ -32,8 +31,7 @@ pw_properties* PropertiesOf(const PipeWireLibrary& pipewire,
     return pipewire.propertiesNewDict(&dictionary);
 }
 
-// The methods of an object of the daemon, which the library's own macros would call in no standard
-// C++.
+// The methods of an object of the daemon; the library's own macros for them are not standard C++.
 template <typename Methods>
 struct Interface {
     template <typename Object>
@@ -54,7 +52,7 @@ bool IsSink(const spa_dict* properties) {
 
 } // namespace
 
-/// What is open at the daemon. Its events come on the library's threads: all but Process on the
+/// The connection to the daemon. Its events come on the library's threads: all but Process on the
 /// loop's, with the loop locked.
 class PipeWireOutput::Connection {
 public:
@@ -90,7 +88,7 @@ private:
     spa_hook coreHook = {};
     spa_hook registryHook = {};
     spa_hook streamHook = {};
-    int awaited = 0; // the request whose answer ends the list of what there is
+    int awaited = 0; // the request whose answer ends the list of objects
     bool answered = false;
     bool lost = false;
     bool hasSink = false;
@@ -167,7 +165,7 @@ bool PipeWireOutput::Connection::Connect() {
     return true;
 }
 
-// A daemon may be there for screens and cameras only, while something else has the loudspeaker.
+// A daemon may handle screens and cameras only, while another server has the loudspeaker.
 bool PipeWireOutput::Connection::AwaitSinks() {
     timespec end = {};
     pipewire.threadLoopGetTime(loop, &end, answerPatienceNs);
@@ -216,7 +214,7 @@ void PipeWireOutput::Connection::OnDone(void* self, std::uint32_t id, int sequen
     }
 }
 
-// Of other objects than the daemon itself errors may be told that do not concern the stream.
+// Errors of objects other than the daemon itself may not concern the stream.
 void PipeWireOutput::Connection::OnError(void* self, std::uint32_t id, int, int, const char*) {
     auto& connection = *static_cast<Connection*>(self);
     if (id == PW_ID_CORE) {
@@ -239,8 +237,8 @@ void PipeWireOutput::Connection::OnState(void* self, pw_stream_state, pw_stream_
     }
 }
 
-// On the library's real-time thread, in each cycle of the graph: gives it exactly what it wants, so
-// that nothing is queued and the stream is the way to the listener and no more.
+// On the library's real-time thread, in each cycle of the graph: gives exactly the frames
+// requested, so that none are queued and the stream adds no latency.
 void PipeWireOutput::Connection::Process(void* self) {
     auto& connection = *static_cast<Connection*>(self);
     const PipeWireLibrary& pipewire = connection.pipewire;

@@ -1,4 +1,3 @@
-// What a PipeWire stream says of its time, as frames heard.
 #include "PipeWireTime.h"
 
 #include "OutputTimeline.h"
@@ -10,17 +9,17 @@
 
 namespace sound {
 
-// What is farther from now than this was not said of the cycle that asks.
+// A report farther from now than this is not of the current cycle.
 static constexpr std::int64_t oldestNs = 1'000'000'000;
 
-// No way to a listener is longer, be it through the air to another room.
+// No output has more latency, not even a wireless one.
 static constexpr std::int64_t longestFrames = 10 * outputRateHz;
 
 static bool IsPossible(std::uint64_t frames) {
     return frames <= static_cast<std::uint64_t>(longestFrames);
 }
 
-// The delay in frames, or more than can be.
+// The delay in frames, or more than is possible.
 static double DelayFrames(const pw_time& time) {
     return static_cast<double>(time.delay) * static_cast<double>(outputRateHz) *
            static_cast<double>(time.rate.num) / static_cast<double>(time.rate.denom);

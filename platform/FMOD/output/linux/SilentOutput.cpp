@@ -1,4 +1,3 @@
-// Plays silence in real time while there is no device, and notices when one is lost.
 #include "SilentOutput.h"
 
 #include "Clock.h"
@@ -11,16 +10,16 @@
 
 namespace sound {
 
-// A quarter of what silence is rendered ahead.
+// A quarter of the render-ahead of the silent output.
 static constexpr std::chrono::milliseconds period{25};
 
-// Half of what a device has in hand: one that reports an error is noticed before that is used up.
+// Half of a device's buffer: an error is noticed before the buffer runs empty.
 static constexpr std::chrono::milliseconds longestPeriod{100};
 
-// How long a device that neither plays nor fails may be on its way until the viewer is told.
+// How long a device may neither play nor fail before the viewer is told.
 static constexpr int patientPeriods = 80;
 
-// While a device plays there is nothing to do but to see in time that it does not any more.
+// While a device plays, the only task is to notice in time that it is lost.
 static std::chrono::nanoseconds Pause(const OutputTimeline& timeline) {
     const std::chrono::nanoseconds patience(timeline.PatienceNs(MonotonicNs()));
     return std::clamp<std::chrono::nanoseconds>(patience, period, longestPeriod);

@@ -1,4 +1,3 @@
-// Which sound servers are worth asking, found out without their libraries.
 #include "SoundServers.h"
 
 #include <algorithm>
@@ -16,7 +15,7 @@ static std::string Environment(const char* name) {
     return value == nullptr ? "" : value;
 }
 
-// The folders are those in which the library looks for it.
+// The folders are those that the library searches.
 bool PipeWireMayRun() {
     if (!Environment("PIPEWIRE_REMOTE").empty()) {
         return true;
