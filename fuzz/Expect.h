@@ -1,4 +1,4 @@
-// What must hold for any input: if it does not, the fuzzer keeps the input and stops.
+// Checks what must hold for any input; on failure the fuzzer keeps the input and stops.
 #pragma once
 
 #include <cstdio>

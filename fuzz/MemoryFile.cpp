@@ -1,4 +1,3 @@
-// A file that is only in memory, for interfaces that take a path.
 #include "MemoryFile.h"
 
 #include <cstdlib>

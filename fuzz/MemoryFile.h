@@ -1,4 +1,4 @@
-// A file that is only in memory, for interfaces that take a path.
+// A file in memory, for interfaces that take a path.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 
 namespace fuzz {
 
-/// Holds @p size bytes as long as it lives.
+/// Exists as long as the object.
 class MemoryFile {
 public:
     MemoryFile(const std::uint8_t* bytes, std::size_t size);

@@ -1,4 +1,4 @@
-// What an input of fuzz_sound_operations is made of: pairs of bytes, an operation and its argument.
+// The input format of fuzz_sound_operations: pairs of bytes, an operation and its argument.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,3 @@
-// The live output's clock and its changes between devices, in a time that the fuzzer sets.
 #include "SimulatedOutput.h"
 
 #include "Expect.h"

@@ -1,43 +1,43 @@
-// The live output's clock and its changes between devices, in a time that the fuzzer sets.
+// The live output's clock and device changes, in a time that the fuzzer controls.
 #pragma once
 
 #include <cstdint>
 
 namespace fuzz {
 
-/// Before an output is started: no device, and a decoder that keeps up.
+/// Call before an output is started: no device, and a decoder that keeps up.
 void ResetOutput();
 
-/// Lets @p ms ms pass: a device asks for what it plays, the watching thread looks.
+/// Lets @p ms ms pass: the device requests the frames that it plays, the watchdog runs.
 void PassTime(int ms);
 
-/// Time passes without anybody being asked for anything, as when the machine sleeps.
+/// Lets time pass without any callbacks, as when the machine sleeps.
 void Suspend(int ms);
 
-/// Opens a device that plays @p rateHz frames a second; the one before is closed.
+/// Opens a device that plays @p rateHz frames a second; closes the previous one.
 void OpenDevice(std::int64_t rateHz);
 
-/// The same of a graph that asks for @p cycleFrames a cycle, and knows exactly what is heard: what
-/// it takes in a cycle, @p delayFrames after that cycle's time. What it missed while it hung it
-/// leaves out.
+/// The same for a graph that requests @p cycleFrames a cycle and reports exact positions: the
+/// frames of a cycle are heard @p delayFrames after its start. Cycles missed while it hung are
+/// skipped.
 void OpenGraph(std::int64_t rateHz, std::int32_t cycleFrames, std::int64_t delayFrames);
 
-/// The device repeats the position of the latest of cycles of @p cycleFrames as if it were new; 0:
-/// it does not any more.
+/// The device repeats the position of its latest cycle, of @p cycleFrames, as if it were new; 0:
+/// it stops doing so.
 void RepeatPosition(std::int64_t cycleFrames);
 
-/// The device asks for nothing for the next @p ms ms that pass.
+/// The device requests nothing for the next @p ms ms.
 void HangDevice(int ms);
 
 void FailDevice();
 
-/// The device says that it has played @p frames more than it has (it may be negative).
+/// The device reports a position that is off by @p frames (may be negative).
 void LieBy(std::int64_t frames);
 
-/// Whether what is not decoded in time is left out, or else waited for.
+/// Whether the decoder causes underruns, or is waited for.
 void LetDecoderLag(bool lag);
 
-/// What the library was last told to be heard, in frames.
+/// The position last reported to the library, in frames.
 std::int64_t LastHeardFrames();
 
 } // namespace fuzz

@@ -1,4 +1,3 @@
-// What a player answered when asked for its position, to be held to what was heard.
 #include "Answers.h"
 
 #include "Clock.h"

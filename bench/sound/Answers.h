@@ -1,4 +1,4 @@
-// What a player answered when asked for its position, to be held to what was heard.
+// The positions that a player returned, to be compared with the ground truth.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ class Millisecond {
 public:
     Millisecond();
 
-    /// Until the next one that is still to come.
+    /// Until the next full millisecond.
     void Wait();
 
 private:

@@ -1,4 +1,3 @@
-// Cycles of PipeWire's graph on their way from its real-time thread to a file.
 #include "CycleRing.h"
 
 #include <algorithm>

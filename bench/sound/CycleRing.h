@@ -1,4 +1,4 @@
-// Cycles of PipeWire's graph on their way from its real-time thread to a file.
+// Passes cycles of PipeWire's graph from its real-time thread to a file.
 #pragma once
 
 #include "SinkLog.h"
@@ -16,11 +16,11 @@ class CycleRing {
 public:
     CycleRing() : bytes(capacity) {}
 
-    /// Two channels of block.size bytes together; null: silence. No lock, no memory, no system
-    /// call. False: there was no room.
+    /// Two channels of block.size bytes together; null: silence. No locks, allocation or system
+    /// calls. False: the ring is full.
     bool Write(const SinkBlock& block, const float* left, const float* right);
 
-    /// All that was written, as SinkLog.h has it.
+    /// Appends everything written to the log, in the format of SinkLog.h.
     void MoveTo(std::ofstream& log);
 
 private:

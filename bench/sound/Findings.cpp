@@ -1,4 +1,3 @@
-// What is found when the answers of players, and what was heard, are held to the music.
 #include "Findings.h"
 
 #include <algorithm>

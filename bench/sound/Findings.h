@@ -1,4 +1,4 @@
-// What is found when the answers of players, and what was heard, are held to the music.
+// Statistics of the positions that players returned, and of dropouts.
 #pragma once
 
 #include "Answers.h"
@@ -13,7 +13,7 @@
 
 namespace bench {
 
-/// How far off answers were, in ms; above 0: ahead of what was heard.
+/// Errors of positions, in ms; above 0: ahead of the sound heard.
 class Errors {
 public:
     void Add(double ms) { values.push_back(ms); }
@@ -21,33 +21,33 @@ public:
 
     std::size_t Count() const { return values.size(); }
 
-    /// Not a number when there are none. 0.5 is the median, 0 the least, 1 the most.
+    /// NaN if there are none. 0.5 is the median, 0 the minimum, 1 the maximum.
     double Percentile(double share) const;
 
 private:
     std::vector<double> values;
 };
 
-/// The answers of one or more starts.
+/// The positions from one or more starts.
 class Positions {
 public:
-    /// One start more, up to the last frame heard, where the truth is known.
+    /// Adds a start, up to the last frame heard, where the ground truth is known.
     void Add(const GroundTruth& heard, const std::vector<Answer>& answers);
 
     const Errors& All() const { return all; }
-    /// Of all, pauses and what came before the music included: the error furthest from 0.
+    /// The largest error of all, including pauses and the time before the music.
     double Worst() const { return worst; }
     /// The same of the music's first 200 ms.
     double WorstOfBeginning() const { return worstOfBeginning; }
-    /// The median furthest from 0 that a start had.
+    /// The largest median error of a start.
     double WorstMedian() const { return worstMedian; }
-    /// The most frames of the beginning that a start did not let be heard.
+    /// The most frames lost at the beginning of a start.
     std::int64_t LostFrames() const { return lost; }
-    /// Starts whose beginning the log does not show.
+    /// Starts whose beginning is not in the log.
     int UnseenStarts() const { return unseen; }
-    /// Answers less than the one before.
+    /// Positions less than the previous one.
     int BackSteps() const { return back; }
-    /// Of the answers a millisecond after the one before: how many were the same, in percent.
+    /// The percentage of positions equal to the one a millisecond before.
     double SamePercent() const;
 
 private:
@@ -64,9 +64,9 @@ private:
     int same = 0;
 };
 
-/// Moments in ns of CLOCK_MONOTONIC, read from a file with a line for each: "change NS", from when
-/// on something was wrong or another, "back NS", from when on the server was there again, and
-/// "latency NS MS", from when on what leaves the player is heard that much later.
+/// Times in ns of CLOCK_MONOTONIC, read from a file with a line for each: "change NS", when the
+/// change or fault began, "back NS", when the server was back, and "latency NS MS", from when on
+/// the player's sound is heard with that latency.
 struct Events {
     explicit Events(const std::string& path);
 
@@ -77,26 +77,26 @@ struct Events {
     std::vector<std::pair<std::int64_t, std::int64_t>> latencies; // from when on, how much; ns
 };
 
-/// What became of answers after a change.
+/// Positions after a change.
 struct AnswersAfterChange {
-    Errors settled;   ///< from 2 s after the server was back
-    double offMs = 0; ///< until when, from then on, ten on end were off by more than 1 ms
+    Errors settled;   ///< from 2 s after the server was back on
+    double offMs = 0; ///< from then to the last time that ten in a row were off by more than 1 ms
     int backSteps = 0;
 };
 AnswersAfterChange FindAnswersAfterChange(const GroundTruth& heard,
                                           const std::vector<Answer>& answers, const Events& events);
 
-/// What became of the sound. All in ms; not a number when nothing more was heard.
+/// The sound after a change. All in ms; NaN if nothing more was heard.
 struct SoundAfterChange {
     double missing;  ///< of the music
     double repeated; ///< of the music
     double silent;   ///< between two stretches of the music
-    double resumed;  ///< after the server was back, the last time that the music went on
+    double resumed;  ///< from the server being back to the last resumption of the music
 };
 SoundAfterChange FindSoundAfterChange(const GroundTruth& heard, const Events& events);
 
-/// Where the music did not run on, or ended too early, or was not heard at all. Where the log says
-/// nothing, and the music ran on, there was none. Resampled frames are counted to one or two.
+/// Discontinuities in the music, including a premature end or no music at all. A gap in the log
+/// across which the music continued is none. Resampled frames are counted to within one or two.
 struct Dropouts {
     int count;
     double lostMs;  ///< silence instead of music

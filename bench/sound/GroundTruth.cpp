@@ -1,4 +1,3 @@
-// The ground truth of a measurement: which frame of the music the sink played when.
 #include "GroundTruth.h"
 
 #include "SinkLog.h"

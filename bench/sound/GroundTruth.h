@@ -12,13 +12,12 @@ namespace bench {
 
 class GroundTruth {
 public:
-    /// Finds each frame of the log at @p sinkLogPath, see SinkLog.h, in @p music. What was not
-    /// rendered at the music's rate is resampled first, and the music must then be without notes
-    /// above 2 kHz.
+    /// Locates each frame of the log at @p sinkLogPath, see SinkLog.h, in @p music. Sound rendered
+    /// at another rate is resampled first; the music must then have no content above 2 kHz.
     GroundTruth(const std::string& sinkLogPath, const Music& music);
 
-    /// A stretch of the sink's time in which the music ran on, stood still, was not recognised, or
-    /// of which the log says nothing.
+    /// A stretch of the sink's time in which the music played, was silent, was not recognised, or
+    /// which is missing from the log.
     struct Stretch {
         enum class Kind { Runs, Silent, Unknown, Unseen };
         Kind kind;
@@ -29,15 +28,15 @@ public:
     };
     const std::vector<Stretch>& Stretches() const { return stretches; }
 
-    /// Whether the log shows what came before the first frame of the music heard.
+    /// Whether the log covers the time before the first frame of the music.
     bool IsBeginningSeen() const;
 
-    /// CLOCK_MONOTONIC of the first frame of the music heard; 0: none was.
+    /// CLOCK_MONOTONIC of the first frame of the music; 0: none was heard.
     std::int64_t BeginNs() const;
-    /// The same of the moment after the last.
+    /// The same for the end of the last one.
     std::int64_t EndNs() const;
 
-    /// CLOCK_MONOTONIC of a frame, as far as there are any.
+    /// CLOCK_MONOTONIC of a frame.
     std::int64_t NsOf(std::int64_t sinkFrame) const;
 
     struct Moment {
@@ -48,13 +47,13 @@ public:
     Moment At(std::int64_t ns) const;
 
 private:
-    // Frames that were rendered as one, `sinkFrame` the number of the first.
+    // Frames rendered together; `sinkFrame` is the number of the first.
     struct Block {
         std::int64_t heardNs;
         double sinkFrame;
     };
 
-    // What was rendered in one go at a rate, from frame `begin` to that of the next part.
+    // Frames rendered continuously at one rate, from `begin` to that of the next part.
     struct Part {
         std::int64_t begin;
         bool resampled;
@@ -75,7 +74,7 @@ private:
     std::int64_t FollowMusic(const Music& music, std::int64_t sinkFrame, Music::Place& place);
 
     std::vector<Block> blocks;
-    std::vector<Frame> frames; // what was not seen is not a number
+    std::vector<Frame> frames; // NaN where the log has a gap
     std::vector<Part> parts;
     std::vector<Stretch> stretches;
 };

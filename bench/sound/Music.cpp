@@ -1,4 +1,3 @@
-// The music as decoded frames, the reference for what was heard.
 #include "Music.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The music as decoded frames, the reference for what was heard.
+// The decoded music, in which the sound heard is located.
 #pragma once
 
 #include <cstdint>
@@ -27,22 +27,22 @@ public:
     /// at or after it, else the first of all; -1 if nowhere.
     std::int64_t Find(std::span<const Frame> part, std::int64_t expected) const;
 
-    /// Whether @p heard is frame @p number, as far as decoders and sample formats differ.
+    /// Whether @p heard is frame @p number, up to differences of decoders and sample formats.
     bool IsFrame(std::int64_t number, Frame heard) const;
 
-    /// A place between two frames, in [-0.5, 0.5] from a whole one.
+    /// A position between two frames, in [-0.5, 0.5] from a whole one.
     struct Place {
         std::int64_t frame;
         double fraction;
     };
 
-    /// The same as Find for a part that was resampled, of music without high notes.
+    /// As Find, for a part that was resampled, of music without high frequencies.
     std::optional<Place> FindResampled(std::span<const Frame> part, std::int64_t expected) const;
 
-    /// The same as IsFrame for what was resampled.
+    /// As IsFrame, for resampled sound.
     bool IsAtPlace(Place place, Frame heard) const;
 
-    /// The music between its frames.
+    /// The music interpolated between its frames.
     Frame At(Place place) const;
 
 private:

@@ -1,4 +1,3 @@
-// What is heard of PipeWire's graph while there is a daemon.
 #include "TapConnection.h"
 
 #include <spa/param/latency-utils.h>

@@ -1,4 +1,4 @@
-// What is heard of PipeWire's graph while there is a daemon.
+// Records a stream of PipeWire's graph while there is a daemon.
 #pragma once
 
 #include "CycleRing.h"
@@ -26,13 +26,13 @@ public:
     TapConnection& operator=(const TapConnection&) = delete;
     ~TapConnection();
 
-    /// Whether the daemon is gone, or was not there.
+    /// Whether the daemon is gone, or was never there.
     bool IsLost() const { return lost; }
     /// Whether a stream that appears now would be linked at once.
     bool IsReady() const {
         return FindPort(OwnNode(), "FL") != 0 && FindPort(OwnNode(), "FR") != 0;
     }
-    /// Whether there was no room in the ring once.
+    /// Whether the ring was ever full.
     bool HasDropped() const { return dropped.load(); }
 
 private:

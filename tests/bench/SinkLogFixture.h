@@ -1,4 +1,4 @@
-// Logs of a sink whose sound is known.
+// Synthetic logs of a sink, whose sound is known.
 #pragma once
 
 #include "GroundTruth.h"
@@ -61,14 +61,14 @@ protected:
 
     static std::int64_t NsOf(std::int64_t frame) { return beginNs + frame * 10'000'000 / 441; }
 
-    // Writes @p count of the frames from @p from on as one block.
+    // Writes @p count frames from @p from on as one block.
     void WriteBlock(std::int64_t from, std::int64_t count) {
         AppendBlock(folder.Path("sink"), {NsOf(from), bench::rateHz, 0, 0},
                     std::span(sound).subspan(static_cast<std::size_t>(from),
                                              static_cast<std::size_t>(count)));
     }
 
-    // From frame @p from on the sink renders what is not in the log yet, or is to be anew.
+    // Writes the frames from @p from on, which the sink renders for the first time or again.
     bench::GroundTruth Read(std::int64_t from = 0) {
         for (; from < std::ssize(sound); from += blockFrames) {
             WriteBlock(from, std::min(blockFrames, std::ssize(sound) - from));
@@ -76,7 +76,7 @@ protected:
         return bench::GroundTruth(folder.Path("sink"), *music);
     }
 
-    // At frame @p sinkFrame of the sink frame @p musicFrame of the music is heard.
+    // Frame @p musicFrame of the music is heard at frame @p sinkFrame of the sink.
     static void ExpectHeard(const bench::GroundTruth& heard, std::int64_t sinkFrame,
                             std::int64_t musicFrame) {
         EXPECT_NEAR(heard.At(NsOf(sinkFrame)).musicMs,

@@ -1,4 +1,4 @@
-// When the score of the music has drums struck.
+// When drums are played in the score of the music.
 #pragma once
 
 #include <set>
@@ -7,11 +7,11 @@
 
 namespace content {
 
-/// Seconds from the start, rising, at which the patterns of the Csound file @p path strike one of
-/// @p drums. Throws std::runtime_error when there is no such stroke.
+/// The times in seconds, ascending, at which the patterns of the Csound file @p path play one of
+/// @p drums. Throws std::runtime_error if there are none.
 std::vector<double> Strokes(const std::string& path, const std::set<std::string>& drums);
 
-/// Where within its beat @p seconds lies, 0 to 1.
+/// The position of @p seconds within its beat, 0 to 1.
 double BeatPhase(double seconds);
 
 inline constexpr double barSeconds = 1.875;

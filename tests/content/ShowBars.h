@@ -1,4 +1,4 @@
-// The show's bars to a piece of music, frame by frame, as its own scene draws them.
+// The show's bars for a piece of music, frame by frame, as its own scene draws them.
 #pragma once
 
 #include <array>
@@ -16,13 +16,13 @@ using Bars = std::array<double, 255>;
 
 struct Performance {
     std::vector<Bars> frames;   ///< frame n at 25 n ms of music, to the end of the show
-    std::vector<float> samples; ///< left and right in turn, the whole file, without its padding
+    std::vector<float> samples; ///< interleaved stereo, the whole file, without its padding
 };
 
-/// Plays the MP3 file @p path to the show, which hears every frame of it in time.
+/// Plays the MP3 file @p path to the show in virtual time.
 Performance Perform(const std::string& path);
 
-/// Where the middle of bar @p bar stands, in pixels of a screen 1024 wide.
+/// The x coordinate of the middle of bar @p bar, in pixels of a screen 1024 wide.
 double MiddleOfBar(int bar);
 
 } // namespace content

@@ -1,4 +1,4 @@
-// Figures held to bounds, a line each.
+// Checks figures against bounds, and prints a line for each.
 #pragma once
 
 #include <limits>

@@ -1,4 +1,4 @@
-// What the show is to draw, in lines as doubles::EffectsOf gives them.
+// The calls with which the show must draw, in lines as doubles::EffectsOf returns them.
 #pragma once
 
 #include "Fmod.h"
@@ -16,6 +16,6 @@ struct ExpectedScene {
 /// A whole Scene1, with a box as the loader makes it.
 std::string Lines(const ExpectedScene& scene);
 
-/// A spectrum of bands that all differ, as do the sums over any neighbouring ones:
+/// A spectrum in which all bands differ, as do the sums of any neighbouring ones:
 /// band b is b * b / 65536.
 doubles::Spectrum QuadraticSpectrum();

@@ -1,19 +1,19 @@
-// What tests of the demo start from: its globals as a new process has them.
+// The fixture of tests of the demo: its globals as in a new process.
 #pragma once
 
 #include "Fixture.h"
 
-/// The callbacks that the demo registers are written by their names.
+/// Callbacks that the demo registers appear by name in the list of effects.
 class ShowFixture : public doubles::Fixture {
 protected:
     ShowFixture();
 
-    /// Also deletes what the demo leaves to the end of the process.
+    /// Also deletes the objects that the demo never frees.
     ~ShowFixture() override;
 
-    /// What main does before it opens the display: sets `demo`, with its music.
+    /// Does what main does before it opens the display: sets `demo`, with its music.
     static void MakeDemo();
 
-    /// Has the loader run, so that later frames go straight to the show.
+    /// Runs the loader, so that later frames only draw the show.
     static void Load();
 };

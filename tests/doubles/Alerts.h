@@ -1,4 +1,4 @@
-// Standard alerts that a script answers, and the cursor.
+// Doubles of the standard alerts, with scripted answers, and of the cursor.
 #pragma once
 
 #include <Carbon/Carbon.h>

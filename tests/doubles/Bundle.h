@@ -1,4 +1,4 @@
-// Core Foundation's strings, and a bundle whose resources a script names.
+// Doubles of Core Foundation's strings, and of a bundle with scripted resources.
 #pragma once
 
 #include <CoreFoundation/CoreFoundation.h>
@@ -10,7 +10,7 @@
 namespace doubles {
 
 struct BundleScript {
-    /// The resources there are: path by file name.
+    /// The resources: path by file name.
     std::map<std::string, std::string> paths = {
         {"credits.png", "/resources/credits.png"}, {"music.mp3", "/resources/music.mp3"},
         {"skovr.png", "/resources/skovr.png"},     {"synchtune.mp3", "/resources/synchtune.mp3"},
@@ -20,15 +20,15 @@ struct BundleScript {
 
 extern BundleScript bundle;
 
-/// @p object as it stands in a call: a string in quotes, the path of a URL in quotes, "null", or
-/// "released" for what is not, or no longer, an object.
+/// @p object as recorded in a call: a string in quotes, the path of a URL in quotes, "null", or
+/// "released" for anything that is not, or no longer, an object.
 std::string Describe(CFTypeRef object);
 
 /// The calls by which the engine finds the resource @p name of @p type in /resources, as
 /// doubles::EffectsOf gives them.
 std::string LookupLines(const std::string& name, const std::string& type);
 
-/// How many strings and URLs were made and not released.
+/// The number of strings and URLs that were made and not released.
 std::size_t UnreleasedObjects();
 
 void ForgetCoreFoundationObjects();

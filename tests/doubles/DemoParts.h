@@ -1,4 +1,4 @@
-// What a demo leaves to the end of the process, for tests that make many.
+// Frees what a demo leaves to the end of the process, for tests that make many.
 #pragma once
 
 #include "DemoEngine.h"
@@ -8,7 +8,7 @@
 
 namespace doubles {
 
-/// Deletes what @p demo has made; its music, which it is given, is left.
+/// Deletes what @p demo has made, but not its music, which it does not own.
 inline void DeleteParts(const engine::DemoEngine& demo) {
     delete demo.placeholderA;
     delete demo.placeholderB;

@@ -1,9 +1,9 @@
-// What the code under test does to the outside: the services it calls and the text it prints, in
-// one list, a line each:
+// The effects of the code under test: the services it calls and the text it prints, in one list,
+// one line each:
 //     glTranslatef(-720, -540, 0)
 //     print "BasicInit - Initiated\n"
-// Numbers are written with as few digits as tell them from every other number of their type,
-// enumerators by name, strings in quotes.
+// Numbers have the fewest digits that identify them among all numbers of their type; enumerators
+// are written by name, strings in quotes.
 #pragma once
 
 #include <functional>
@@ -12,26 +12,26 @@
 
 namespace doubles {
 
-/// All that @p action calls and prints. Text printed between two calls makes one line.
+/// Everything that @p action calls and prints. Text printed between two calls is one line.
 std::string EffectsOf(const std::function<void()>& action);
 
 /// The bytes that @p action prints on standard output.
 std::string OutputOf(const std::function<void()>& action);
 
-/// For the statement of a death test: does @p action and, if that ends the process by exit(),
+/// For the statement of a death test: runs @p action and, if that ends the process by exit(),
 /// writes its effects to standard error.
 void ReportEffectsAtExit(const std::function<void()>& action);
 
-/// @p lines as EffectsOf would give them.
+/// @p lines as EffectsOf would return them.
 std::string Lines(std::initializer_list<std::string> lines);
 
-/// Those lines of @p effects that begin with @p prefix.
+/// The lines of @p effects that begin with @p prefix.
 std::string Only(const std::string& prefix, const std::string& effects);
 
-/// How many lines of @p effects begin with @p prefix.
+/// The number of lines of @p effects that begin with @p prefix.
 int Count(const std::string& prefix, const std::string& effects);
 
-/// What stands in a call as it is, without quotes.
+/// Text that is written into a call unquoted.
 struct Word {
     std::string text;
 };
@@ -45,10 +45,10 @@ std::string Text(const char* value); ///< quoted, escaped as in a source file; n
 std::string Text(const std::string& value);
 std::string Text(const Word& value);
 
-/// Whether there is an action going on whose effects are asked for.
+/// Whether an action is running whose effects are recorded.
 bool IsRecording();
 
-/// Adds a line to the effects of the action that is going on, if one is.
+/// Adds a line to the effects of the running action, if there is one.
 void RecordLine(const std::string& line);
 
 /// For the doubles: adds a call.

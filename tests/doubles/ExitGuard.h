@@ -1,9 +1,9 @@
-// Keeps a test whose code under test ends the process half-way from passing.
+// Makes a test fail if the code under test ends the process.
 #pragma once
 
 namespace doubles {
 
-/// While one lives, exit() gives the process a status of failure, whatever status was asked for.
+/// While one exists, exit() ends the process with a failure status, whatever its argument.
 class ExitGuard {
 public:
     ExitGuard();
@@ -12,7 +12,7 @@ public:
     ExitGuard(const ExitGuard&) = delete;
     ExitGuard& operator=(const ExitGuard&) = delete;
 
-    /// From now on exit() is what is asked for.
+    /// From now on the test expects exit().
     static void Lift();
 };
 

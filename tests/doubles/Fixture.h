@@ -1,4 +1,4 @@
-// What tests with doubles start from.
+// The base fixture of tests with doubles.
 #pragma once
 
 #include "ExitGuard.h"
@@ -12,7 +12,7 @@
 
 namespace doubles {
 
-/// Every test starts with the services' first scripts and must not end the process.
+/// Every test starts with the default scripts of the services and must not end the process.
 class Fixture : public testing::Test {
 protected:
     Fixture() { Reset(); }

@@ -1,4 +1,4 @@
-// The sound library: every operation is recorded and does what a script says.
+// A double of the sound library: records every operation, which does what a script says.
 #pragma once
 
 #include <FMOD/FMOD.h>
@@ -12,7 +12,7 @@ namespace doubles {
 
 using Spectrum = std::array<float, 512>;
 
-/// Of the sequences each answer takes the first value and drops it, but for the last, which stays.
+/// Each call consumes the first value of its sequence; the last value stays.
 struct FmodScript {
     unsigned int version = FMOD_VERSION;
     std::deque<unsigned int> positions = {0}; ///< ms
@@ -21,8 +21,8 @@ struct FmodScript {
     bool mute = false;
     bool paused = false;
 
-    /// What operations answer that do not succeed, by name, such as "FMOD::System::init".
-    /// They hand nothing over. Opening an empty path gives FMOD_ERR_FILE_NOTFOUND by itself.
+    /// The results of operations that fail, by name, such as "FMOD::System::init". Their output
+    /// parameters are not set. Opening an empty path always gives FMOD_ERR_FILE_NOTFOUND.
     std::map<std::string, FMOD_RESULT> results;
 };
 

@@ -1,4 +1,4 @@
-// GLUT without a window: keeps the callbacks for a test to call.
+// A double of GLUT without a window; keeps the callbacks for tests to call.
 #pragma once
 
 #include <functional>
@@ -8,10 +8,10 @@
 namespace doubles {
 
 struct GlutScript {
-    /// What happens in the main loop, which then returns, as no real one does.
+    /// Runs as the main loop, which then returns, unlike the real one.
     std::function<void()> mainLoop = [] {};
 
-    /// What else happens when a timer is armed.
+    /// Also runs when a timer is armed.
     std::function<void()> timerArmed = [] {};
 
     void (*display)() = nullptr;
@@ -22,12 +22,12 @@ struct GlutScript {
 
     int presentedFrames = 0;
 
-    std::map<void (*)(), std::string> names; ///< how callbacks are written, see NameCallback
+    std::map<void (*)(), std::string> names; ///< of callbacks, see NameCallback
 };
 
 extern GlutScript glut;
 
-/// Has @p callback written as @p name wherever it is registered.
+/// Makes @p callback appear as @p name wherever it is registered.
 template <typename Function>
 void NameCallback(Function* callback, const std::string& name) {
     glut.names[reinterpret_cast<void (*)()>(callback)] = name;

@@ -1,4 +1,4 @@
-// OpenGL, recorded; what it remembers is which capabilities are enabled.
+// A double of OpenGL: records calls, and remembers which capabilities are enabled.
 #pragma once
 
 #include <set>

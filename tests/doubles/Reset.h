@@ -1,9 +1,9 @@
-// Back to the beginning, for fixtures.
+// Resets all doubles, for fixtures.
 #pragma once
 
 namespace doubles {
 
-/// Gives every service its first script and forgets what was made of it.
+/// Gives every service its default script and discards its state.
 void Reset();
 
 } // namespace doubles

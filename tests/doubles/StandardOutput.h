@@ -1,4 +1,4 @@
-// What the process writes to standard output, by whatever way, caught instead of shown.
+// Captures what the process writes to standard output, by any function.
 #pragma once
 
 #include <cstdio>
@@ -20,7 +20,7 @@ public:
 
 private:
     std::FILE* file;
-    int original;  // the descriptor that standard output has otherwise
+    int original;  // the descriptor of the real standard output
     long read = 0; // bytes of the file taken already
 };
 

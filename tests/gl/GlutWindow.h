@@ -1,4 +1,4 @@
-// A real GLUT window, for pictures of what is drawn by GLUT's own spheres and letters.
+// A real GLUT window, for pictures with GLUT's own spheres and letters.
 #pragma once
 
 #include "Picture.h"
@@ -10,17 +10,18 @@ namespace gltest {
 
 inline constexpr int windowSide = 512; // pixels
 
-/// Each test begins with OpenGL's initial state and a black picture, a model unit a pixel, the
-/// origin in the middle, and 1000 units to the front and the back to be seen.
+/// Each test starts with OpenGL's initial state and a black picture; a model unit is a pixel, the
+/// origin is in the middle, and the visible depth is 1000 units to the front and the back.
 class GlutWindow : public testing::Test {
 protected:
     GlutWindow();
     ~GlutWindow() override;
 
-    /// What is drawn so far, at @p x, @p y model units from the middle, y up.
+    /// The picture drawn so far.
     static Picture Drawn();
 
-    /// Whether a pixel within @p reach pixels of that place has colour @p expected.
+    /// Whether a pixel within @p reach pixels of (@p x, @p y), in model units from the middle, y
+    /// up, has colour @p expected.
     static testing::AssertionResult IsNear(const Picture& picture, double x, double y,
                                            const Rgba& expected, int reach = 1);
 

@@ -1,4 +1,4 @@
-// What was drawn, as a picture that tests compare with what they expect.
+// A drawn picture, which tests compare with the expected one.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -46,8 +46,8 @@ Picture ReadDrawn(int width, int height);
 /// Reads level 0 of the texture bound to GL_TEXTURE_2D, its row 0 as the picture's top.
 Picture ReadTexture();
 
-/// Whether the pixel's channels, alpha left out, differ from @p expected by at most @p tolerance.
-/// Where they do not the picture is kept in the working directory and named in the answer.
+/// Whether the pixel's channels, except alpha, differ from @p expected by at most @p tolerance. If
+/// not, the picture is saved in the working directory and named in the result.
 testing::AssertionResult PixelIs(const Picture& picture, int x, int y, const Rgba& expected,
                                  int tolerance = 1);
 

@@ -11,7 +11,7 @@ namespace gltest {
 
 using Bytes = std::vector<unsigned char>;
 
-/// A PNG file, described as it is to be stored.
+/// The description of a PNG file.
 struct PngFile {
     unsigned int width = 1;  ///< pixels
     unsigned int height = 1; ///< pixels
@@ -30,10 +30,10 @@ struct PngFile {
 /// description that makes no PNG file ends the process.
 Bytes Encode(const PngFile& file);
 
-/// The file @p bytes with another size in its header, whose checksum is right all the same.
+/// The file @p bytes with another size in its header, whose checksum is still right.
 Bytes WithClaimedSize(Bytes bytes, unsigned int width, unsigned int height);
 
-/// Writes @p bytes to the file @p path, which is whole as soon as it is there.
+/// Writes @p bytes to the file @p path, which appears only when complete.
 /// Throws std::runtime_error.
 void WriteFile(const std::string& path, const Bytes& bytes);
 

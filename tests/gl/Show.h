@@ -1,4 +1,4 @@
-// The show's own objects, drawing into a real context with music as scripted.
+// The show's own object files, drawing into a real context, with scripted music.
 #pragma once
 
 #include "Fmod.h"
@@ -15,7 +15,7 @@
 
 namespace gltest {
 
-/// What the music answers from now on.
+/// The playback position from now on.
 inline void SetPosition(unsigned int ms) {
     doubles::fmod.positions = {ms};
 }
@@ -23,15 +23,15 @@ inline doubles::Spectrum& Spectrum() {
     return doubles::fmod.spectra.front();
 }
 
-/// Before each test: nothing drawn yet, no resources, the music silent at its beginning.
-/// The resources lie beside the executable: one such test at a time.
+/// Before each test: nothing drawn yet, no resources, the music silent at its start.
+/// The resources are beside the executable: one such test at a time.
 class Show : public testing::Test {
 public:
     static constexpr int width = 1024;
     static constexpr int height = 768;
 
-    /// Where a point given in the scene's units from the eye lies on the screen, in pixels from
-    /// the top left.
+    /// The position on the screen, in pixels from the top left, of a point given in the scene's
+    /// units from the eye.
     struct Place {
         double x;
         double y;
@@ -39,7 +39,7 @@ public:
     static Place OnScreen(double x, double y, double z);
 
 protected:
-    /// A test that looks at nothing drawn may have a smaller screen, which is quicker.
+    /// A test that does not look at the picture may use a smaller screen, which is faster.
     explicit Show(int wantedWidth = width, int wantedHeight = height);
     ~Show() override;
 
@@ -47,17 +47,17 @@ protected:
     void AddPicture(const std::string& name, const PngFile& file);
     void AddResource(const std::string& fileName, const Bytes& bytes);
 
-    /// What is to be seen after one more frame.
+    /// The picture after one more frame.
     Picture DrawFrame();
 
-    /// The show is before its first frame once more, in a new context.
+    /// Returns to before the show's first frame, in a new context.
     void StartAgain();
 
 private:
     int screenWidth;
     int screenHeight;
     std::optional<OffscreenContext> context;
-    std::ostringstream trace; // the show writes about itself; not of interest here
+    std::ostringstream trace; // the show's output, not used
     std::streambuf* standardOutput;
 };
 

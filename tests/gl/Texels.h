@@ -1,4 +1,4 @@
-// A texture so small that a test can say where each of its texels has to be seen.
+// A texture so small that a test can say where each texel must appear.
 #pragma once
 
 #include "Picture.h"
@@ -7,7 +7,7 @@
 
 namespace gltest {
 
-/// Makes and binds one of two by two texels, the first row first, unfiltered. Returns its name.
+/// Makes and binds one of two by two texels, first row first, unfiltered. Returns its name.
 GLuint BindNewTexture(const Rgba (&texels)[4]);
 
 } // namespace gltest

@@ -1,4 +1,4 @@
-// Whether two pictures of the show are the same to the eye, though not drawn by the same OpenGL.
+// Whether two pictures of the show, drawn by different OpenGL drivers, look the same.
 #pragma once
 
 #include <string>
@@ -19,16 +19,16 @@ Image ReadPng(const std::string& path);
 void WritePng(const Image& image, const std::string& path);
 
 struct Difference {
-    double farPixels = 0;  ///< the share of pixels a channel of which differs by more than 3
+    double farPixels = 0;  ///< the share of pixels with a channel that differs by more than 3
     double blurred = 0;    ///< the largest difference of a channel's mean over 8 by 8 pixels
     std::string complaint; ///< empty: the same
 };
 
-/// The same are pictures of one size in which at most 1 pixel of 200 is far, and those few are
-/// edges that moved by a pixel, and no part of the show that is another.
+/// Pictures of the same size match if at most 1 pixel of 200 is far, and if those few are edges
+/// that moved by a pixel, not different content.
 Difference Compare(const Image& expected, const Image& actual);
 
-/// The two pictures and, below, how far they differ: black where not, white where by 32 or more.
+/// The two pictures and, below, their difference: black for none, white for 32 or more.
 Image ShowDifference(const Image& expected, const Image& actual);
 
 } // namespace recordtest

@@ -1,4 +1,3 @@
-// What the show is drawn on, instead of a window.
 #include "Canvas.h"
 
 #include "Picture.h"

@@ -1,4 +1,4 @@
-// What the show is drawn on, instead of a window.
+// The off-screen buffer on which the show is drawn, instead of a window.
 #pragma once
 
 #include "OffscreenContext.h"
@@ -9,13 +9,13 @@ struct Picture;
 
 class Canvas {
 public:
-    /// Sizes in pixels. Throws std::runtime_error where there is no such canvas.
+    /// Sizes in pixels. Throws std::runtime_error if no such buffer can be made.
     Canvas(int width, int height);
 
-    /// Whether what is drawn next is to become pixels. What does not costs little.
+    /// Whether what is drawn next is rasterised. If not, drawing costs little.
     void Use(bool drawn) const;
 
-    /// What is drawn on it; @p picture has its size.
+    /// Reads what was drawn into @p picture, which has its size.
     void Read(Picture& picture) const;
 
 private:

@@ -1,4 +1,3 @@
-// Pictures and sound as a video file, by the program ffmpeg.
 #include "Encoder.h"
 
 #include "Interruption.h"

@@ -1,4 +1,4 @@
-// Pictures and sound as a video file, by the program ffmpeg.
+// Encodes frames and sound as a video file, with the program ffmpeg.
 #pragma once
 
 #include "FfmpegArguments.h"
@@ -15,8 +15,8 @@ namespace record {
 
 struct Picture;
 
-/// All its operations throw std::runtime_error when ffmpeg is not there or ends too early.
-/// SIGPIPE is to be ignored.
+/// All operations throw std::runtime_error if ffmpeg is missing or ends too early. SIGPIPE must be
+/// ignored.
 class Encoder {
 public:
     /// Starts ffmpeg, which overwrites the file @p path.
@@ -27,8 +27,8 @@ public:
     /// Ends ffmpeg if Finish was not called.
     ~Encoder();
 
-    /// @p samples: left and right in turn. What is heard with a picture is to be added before it:
-    /// ffmpeg reads both side by side and waits for what is missing.
+    /// @p samples: left and right interleaved. The sound of a frame must be added before its
+    /// picture: ffmpeg reads both in parallel and waits for whichever is missing.
     void AddSound(std::span<const float> samples);
     void AddPicture(const Picture& picture);
 
@@ -43,8 +43,8 @@ private:
 
     Pipe pictures;
     Pipe sound;
-    pid_t process = -1;                    // -1: none, or its end was seen
-    std::vector<unsigned char> soundBytes; // those that ffmpeg has not taken yet
+    pid_t process = -1;                    // -1: none, or it has ended
+    std::vector<unsigned char> soundBytes; // not read by ffmpeg yet
 };
 
 } // namespace record

@@ -1,4 +1,3 @@
-// How the program ffmpeg is called.
 #include "FfmpegArguments.h"
 
 #include "VirtualTime.h"

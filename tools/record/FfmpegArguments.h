@@ -1,4 +1,4 @@
-// How the program ffmpeg is called.
+// The command line for the program ffmpeg.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 
 namespace record {
 
-/// What ffmpeg is to make of pictures and sound.
+/// The video that ffmpeg is to make.
 struct VideoFormat {
     std::string extension; ///< mp4, mkv or webm
     int width;             ///< pixels, an even number
@@ -14,7 +14,7 @@ struct VideoFormat {
 };
 
 /// The command line for an ffmpeg that reads pictures from descriptor @p pictures and sound from
-/// descriptor @p sound and overwrites the file @p path, however that is named.
+/// descriptor @p sound and overwrites the file @p path, which may have any name.
 std::vector<std::string> FfmpegArguments(const VideoFormat& format, int pictures, int sound,
                                          const std::string& path);
 

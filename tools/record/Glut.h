@@ -1,4 +1,4 @@
-// GLUT in a recording: as much of it as the show calls, in virtual time.
+// GLUT in a recording: the functions that the show calls, in virtual time.
 #pragma once
 
 #include <cstdint>
@@ -6,25 +6,25 @@
 
 namespace record {
 
-/// What is behind the show's window. The functions' exceptions end the main loop.
+/// What the show's window does. Exceptions of the functions end the main loop.
 struct Window {
-    int width; ///< whatever size the show asks for
+    int width; ///< whatever size the show requests
     int height;
 
-    /// The window is being made: afterwards an OpenGL context is current.
+    /// Opens the window: afterwards an OpenGL context is current.
     std::function<void()> open;
 
-    /// Time passes: @p ms since the start, which is the window's first picture.
+    /// Time advances to @p ms since the start, which is the window's first frame.
     std::function<void(std::int64_t ms)> pass;
 
-    /// What is drawn next, at @p ms, is for the viewer's eyes, or is drawn over unseen.
+    /// Before the drawing at @p ms: whether it will be @p seen, or replaced unseen.
     std::function<void(std::int64_t ms, bool seen)> prepare;
 
-    /// What was drawn last is to be seen at @p ms.
+    /// Presents the last drawing as the frame at @p ms.
     std::function<void(std::int64_t ms)> show;
 };
 
-/// To be called before the show's main.
+/// Call before the show's main.
 void UseWindow(Window window);
 
 } // namespace record

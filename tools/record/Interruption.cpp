@@ -1,4 +1,3 @@
-// Whether the user, or the system, asked for the recording's end.
 #include "Interruption.h"
 
 #include <csignal>

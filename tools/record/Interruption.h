@@ -1,15 +1,15 @@
-// Whether the user, or the system, asked for the recording's end.
+// Whether the user or the system has asked to end the recording.
 #pragma once
 
 namespace record {
 
-/// From now on the signals that ask a program to end are only noted; those ignored stay so.
+/// From now on termination signals are only recorded; ignored ones stay ignored.
 void NoteInterruptions();
 
-/// Throws std::runtime_error once such a signal came.
+/// Throws std::runtime_error if such a signal has arrived.
 void ThrowIfInterrupted();
 
-/// Ends the process by the signal that came; returns if none did.
+/// Ends the process by the signal that has arrived; returns if there was none.
 void EndIfInterrupted();
 
 } // namespace record

@@ -1,4 +1,3 @@
-// What the command line asks for.
 #include "Options.h"
 
 #include "VirtualTime.h"

@@ -1,4 +1,4 @@
-// What the command line asks for.
+// The options on the command line.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,12 @@
 namespace record {
 
 struct Still {
-    std::int64_t ms; ///< music position of a picture of the show: the one to be seen when asked for
+    std::int64_t ms; ///< playback position of a frame: the one shown at the requested position
     std::string path;
 };
 
 struct Options {
-    std::string video; ///< these three: a path, empty if not wanted
+    std::string video; ///< these three: a path, empty if not requested
     std::string framesFolder;
     std::string wav;
     std::vector<Still> stills;
@@ -26,7 +26,7 @@ struct Options {
     bool version = false;
 };
 
-/// The command line asks for what there is not; the text says why.
+/// A wrong command line; the text says why.
 struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -34,7 +34,7 @@ struct UsageError : std::runtime_error {
 /// @p arguments: without the program's name. Throws UsageError.
 Options ParseOptions(std::span<const char* const> arguments);
 
-/// Several lines: how the program is called.
+/// The help text, several lines.
 std::string UsageText();
 
 /// The file name extension of @p path, in lower case, without the dot.

@@ -1,4 +1,4 @@
-// What is to be seen at one moment.
+// One frame of the show.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +14,7 @@ struct Picture {
 
     int width;
     int height;
-    std::vector<unsigned char> pixels; ///< red, green, blue, and one not used; the lowest row first
+    std::vector<unsigned char> pixels; ///< red, green, blue, unused; bottom row first
 };
 
 } // namespace record

@@ -1,4 +1,3 @@
-// A pipe to another program.
 #include "Pipe.h"
 
 #include <array>

@@ -8,7 +8,7 @@ namespace record {
 
 class Pipe {
 public:
-    /// Neither end is passed on to programs that are started, unless they are told to take it.
+    /// Child processes inherit neither end unless it is passed to them explicitly.
     /// Throws std::system_error.
     Pipe();
     Pipe(const Pipe&) = delete;
@@ -21,8 +21,8 @@ public:
     void CloseReadingEnd() { Close(readingEnd); }
     void CloseWritingEnd() { Close(writingEnd); }
 
-    /// Writes as much as fits in without waiting; how many bytes that was, or none when nobody
-    /// reads any more.
+    /// Writes as much as fits without blocking; returns the number of bytes, or nothing when the
+    /// reader is gone.
     std::optional<std::size_t> Write(const void* bytes, std::size_t count) const;
 
 private:

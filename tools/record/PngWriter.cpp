@@ -1,4 +1,3 @@
-// A picture as a PNG file.
 #include "PngWriter.h"
 
 #include "Picture.h"

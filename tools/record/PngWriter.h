@@ -1,4 +1,4 @@
-// A picture as a PNG file.
+// Writes a picture as a PNG file.
 #pragma once
 
 #include <string>
@@ -7,8 +7,7 @@ namespace record {
 
 struct Picture;
 
-/// Writes @p picture to the file @p path. Throws std::runtime_error, whose text leaves out the
-/// path.
+/// Writes @p picture to the file @p path. Throws std::runtime_error, without the path in its text.
 void WritePng(const Picture& picture, const std::string& path);
 
 } // namespace record

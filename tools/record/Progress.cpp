@@ -1,4 +1,3 @@
-// How far the recording is, for whoever waits for it.
 #include "Progress.h"
 
 #include <cmath>

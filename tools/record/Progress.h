@@ -1,4 +1,4 @@
-// How far the recording is, for whoever waits for it.
+// The progress display of a recording.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,14 @@ namespace record {
 
 class Progress {
 public:
-    /// @p terminal: a bar that is drawn over, else a line for each tenth.
-    /// @p secondsNow: of a clock that never steps back.
+    /// @p terminal: a bar that is redrawn, else a line for each tenth.
+    /// @p secondsNow: a monotonic clock.
     Progress(std::ostream& out, bool terminal, std::function<double()> secondsNow);
 
-    /// @p done of @p total (> 0) are recorded.
+    /// @p done of @p total (> 0) frames are recorded.
     void Show(std::int64_t done, std::int64_t total);
 
-    /// Takes the bar away: something else is to be written.
+    /// Removes the bar, before other output.
     void Clear();
 
 private:

@@ -1,4 +1,3 @@
-// All that one run records.
 #include "Recording.h"
 
 #include "PngWriter.h"

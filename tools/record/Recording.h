@@ -1,4 +1,4 @@
-// All that one run records.
+// Everything that one run records.
 #pragma once
 
 #include "Encoder.h"
@@ -16,34 +16,34 @@
 
 namespace record {
 
-/// Puts what was drawn last into the picture.
+/// Reads the last drawing into the picture.
 using ReadPicture = std::function<void(Picture&)>;
 
-/// Its operations throw exceptions whose texts are for the user. What is incomplete when it is
-/// destroyed is removed.
+/// Operations throw exceptions with texts for the user. Files that are incomplete on destruction
+/// are removed.
 class Recording {
 public:
-    /// Makes sure that everything can be written, and starts ffmpeg for a video.
+    /// Checks that everything can be written, and starts ffmpeg for a video.
     explicit Recording(const Options& options);
 
-    /// @p samples: left and right in turn.
+    /// @p samples: left and right interleaved.
     void AddSound(std::span<const float> samples);
 
-    /// The show's next picture, shown at @p ms; it is read only if it is wanted.
+    /// The show's next frame, shown at @p ms; it is read only if needed.
     void AddPicture(std::int64_t ms, const ReadPicture& read);
 
-    /// Whether the picture at @p ms is to be recorded.
+    /// Whether the frame at @p ms is to be recorded.
     bool Wants(std::int64_t ms) const;
 
     std::int64_t PicturesAdded() const { return picturesAdded; }
 
-    /// How many pictures are to be added until HasAll, or until the show ends by itself.
+    /// The number of frames until HasAll, or until the show ends by itself.
     std::int64_t PicturesWanted() const { return picturesWanted; }
 
-    /// Nothing that the show is still to bring is wanted.
+    /// Whether nothing of the rest of the show is needed.
     bool HasAll() const;
 
-    /// Completes what is recorded and gives it its names.
+    /// Completes the files and gives them their final names.
     void Finish();
 
 private:

@@ -1,4 +1,3 @@
-// The sound library's output in a recording: it plays as far as it is told to.
 #include "SoundOutput.h"
 
 #include "Output.h"

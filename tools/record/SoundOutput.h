@@ -1,4 +1,4 @@
-// The sound library's output in a recording: it plays as far as it is told to.
+// The sound library's output in a recording, in virtual time.
 #pragma once
 
 #include <cstdint>
@@ -7,14 +7,14 @@
 
 namespace record {
 
-/// Gets what is played, in order: left and right in turn.
+/// Receives the samples played, in order: left and right interleaved.
 using Listener = std::function<void(std::span<const float> samples)>;
 
-/// What is played from now on goes to @p listener.
+/// Passes everything played from now on to @p listener.
 void ListenToSound(Listener listener);
 
-/// Plays on until @p ms of sound are heard, and waits for the decoder where need be. The listener's
-/// exceptions pass through.
+/// Plays until @p ms of sound are heard, waiting for the decoder if necessary. Exceptions of the
+/// listener pass through.
 void PlaySoundUntil(std::int64_t ms);
 
 } // namespace record

@@ -1,4 +1,3 @@
-// A file that has its name only once it is whole.
 #include "UnfinishedFile.h"
 
 #include <cerrno>

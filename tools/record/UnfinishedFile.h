@@ -1,4 +1,4 @@
-// A file that has its name only once it is whole.
+// A file that gets its final name only when it is complete.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@ namespace record {
 /// Written beside @p finalPath under another name until Keep; removed if that is never called.
 class UnfinishedFile {
 public:
-    /// Creates it, empty. This and Keep throw std::runtime_error, whose text leaves out the path,
-    /// where it cannot be written; so they do where @p finalPath is there and is no ordinary file.
+    /// Creates it, empty. This and Keep throw std::runtime_error, without the path in its text, if
+    /// it cannot be written, or if @p finalPath exists and is not a regular file.
     explicit UnfinishedFile(const std::string& finalPath);
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
@@ -18,7 +18,7 @@ public:
     /// Where to write.
     const std::string& Path() const { return path; }
 
-    /// Gives it its name, in place of a file that had it.
+    /// Renames it to its final name, replacing an existing file.
     void Keep();
 
 private:

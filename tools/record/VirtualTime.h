@@ -10,13 +10,13 @@ namespace record {
 inline constexpr std::int64_t picturePeriodMs = 25; ///< the show's frame period: 40 a second
 inline constexpr std::int64_t lastPictureMs = 33000;
 
-/// The pictures of a show up to and including the one at @p ms.
+/// The number of frames of a show up to and including the one at @p ms.
 constexpr std::int64_t PicturesUntil(std::int64_t ms) {
     return ms / picturePeriodMs + 1;
 }
 
-/// How many frames of sound are heard once @p ms (>= 0) have passed, rounded up: the sound library,
-/// which tells the nearest millisecond, answers @p ms.
+/// The number of audio frames heard after @p ms (>= 0), rounded up, so that the sound library,
+/// which rounds to the nearest millisecond, returns @p ms.
 constexpr std::int64_t FramesUntil(std::int64_t ms) {
     return (ms * sound::outputRateHz + 999) / 1000;
 }

@@ -1,4 +1,3 @@
-// The sound as a file of 32-bit float samples.
 #include "WavFile.h"
 
 #include "Output.h"

@@ -1,4 +1,4 @@
-// The sound as a file of 32-bit float samples.
+// Writes sound as a WAV file of 32-bit float samples.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@ namespace record {
 
 class WavFile {
 public:
-    /// Begins the file @p path. This and all operations throw std::system_error, whose text leaves
-    /// out the path.
+    /// Starts the file @p path. This and all operations throw std::system_error, without the path
+    /// in its text.
     explicit WavFile(const std::string& path);
 
-    /// @p samples: left and right in turn.
+    /// @p samples: left and right interleaved.
     void Add(std::span<const float> samples);
 
-    /// Completes the file, which is to be written to no more.
+    /// Completes the file; nothing may be added afterwards.
     void Finish();
 
 private:

@@ -1,4 +1,4 @@
-// An output that asks for frames, and has them heard, when the test says so.
+// An output that requests frames and reports them as heard when the test says so.
 #pragma once
 
 #include <cstdint>
@@ -11,24 +11,24 @@ void Reset();
 
 enum class Shortage { Memory, Threads };
 
-/// The next output cannot be started for lack of that.
+/// Starting the next output fails for lack of that.
 void RefuseNextStart(Shortage lack);
 
 bool IsStarted();
 
-/// How often something was about to be played.
+/// The number of calls of AwaitDevice.
 int DevicesAwaited();
 
-/// Asks for the next @p frames frames, in blocks, and waits for the decoder where need be.
+/// Requests the next @p frames frames, in blocks, waiting for the decoder if necessary.
 std::vector<float> Pull(int frames);
 
 /// The same without waiting.
 std::vector<float> PullAtOnce(int frames);
 
-/// The first @p frames frames ever asked for have been heard by now.
+/// The first @p frames frames ever requested have been heard by now.
 void SetHeard(std::int64_t frames);
 
-/// Everything asked for has been heard by now.
+/// All frames requested have been heard by now.
 void HearAll();
 
 } // namespace script

@@ -1,4 +1,4 @@
-// A system whose output does what the test says, and files to play on it.
+// A system with a scripted output, and files to play on it.
 #pragma once
 
 #include "File.h"

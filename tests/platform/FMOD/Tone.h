@@ -1,4 +1,4 @@
-// Sines to test with, and what is left of them.
+// Test tones, and their measurement.
 #pragma once
 
 #include <cstddef>

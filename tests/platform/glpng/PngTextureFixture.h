@@ -1,4 +1,4 @@
-// What tests of PNG files as OpenGL textures share: a context, files, what a texture holds.
+// The fixture of tests that load PNG files as OpenGL textures.
 #pragma once
 
 #include <GL/glpng.h>
@@ -15,7 +15,7 @@
 
 namespace gltest {
 
-/// A real context, and a folder for the files of one test.
+/// A real context, and a folder for files of one test.
 class PngTextureFixture : public testing::Test {
 protected:
     PngTextureFixture() {
@@ -66,7 +66,7 @@ inline GLint Integer(GLenum parameter) {
     return value;
 }
 
-/// 7 by 5, for neither side is a power of two; no pixel equals another.
+/// 7 by 5, neither side a power of two; all pixels differ.
 inline PngFile SevenByFive() {
     PngFile file{.width = 7, .height = 5};
     for (int y = 0; y < 5; ++y) {

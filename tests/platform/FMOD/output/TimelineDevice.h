@@ -1,4 +1,4 @@
-// The output timeline, a source and a device of it, in a time that the test sets.
+// The output timeline, a source and a device for it, in a time that the test controls.
 #pragma once
 
 #include "OutputTimeline.h"
@@ -31,8 +31,8 @@ struct Counter {
     sound::Source AsSource() { return {this, Render, Wait}; }
 };
 
-/// A device that has been started, with @p latencyFrames always in its buffer, played in real time
-/// from @p startNs on.
+/// A started device, with @p latencyFrames always in its buffer, which plays in real time from
+/// @p beginNs on.
 struct Device {
     using Reports = sound::DeviceFeed::Reports;
 
@@ -62,14 +62,14 @@ struct Device {
         }
     }
 
-    // The number, plus one, of the source's frame that leaves the loudspeaker; 0: silence.
+    // The number, plus one, of the source's frame that is heard; 0: silence.
     std::int64_t Sounding(std::int64_t nowNs) const {
         return given.at(static_cast<std::size_t>(Played(nowNs)));
     }
 
     sound::DeviceFeed feed;
     std::int64_t startNs;
-    std::int64_t misjudged = 0; ///< frames by which what it says is off
+    std::int64_t misjudged = 0; ///< error of the reported position, in frames
     std::vector<std::int64_t> given;
 };
 

@@ -1,4 +1,4 @@
-// A program that runs beside a test.
+// A child process of a test.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 #include <sys/types.h>
 
-/// Ends with this object, and with the test's process however that ends.
+/// Ends with this object, and with the test's process, however that ends.
 class ChildProcess {
 public:
     ChildProcess() = default;
@@ -18,7 +18,7 @@ public:
     ChildProcess& operator=(const ChildProcess&) = delete;
     ~ChildProcess();
 
-    /// Starts @p command; what it says on standard output is in @p outputPath. One at a time.
+    /// Starts @p command with standard output to @p outputPath. One at a time.
     void Start(const std::vector<std::string>& command,
                const std::string& outputPath = "/dev/null");
 
@@ -29,14 +29,14 @@ public:
 
     void Signal(int signal) const;
 
-    /// Sends @p signal, which is to end it, and waits until it has ended.
+    /// Sends @p signal and waits until the process has ended.
     void End(int signal);
 
-    /// Waits until it has ended: what waitpid says.
+    /// Waits until it has ended; returns the status from waitpid.
     int Wait();
 
-    /// Waits until @p reached(). Fails the test and answers false if the program ends before, or
-    /// nothing comes of it in 60 s.
+    /// Waits until @p reached(). Fails the test and returns false if the program ends before, or
+    /// after 60 s.
     template <typename Condition>
     bool Await(Condition reached) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);

@@ -1,4 +1,4 @@
-// The whole library as the show has it, seen and timed as by the show's main thread.
+// The whole library as the show uses it, observed and timed from the main thread.
 #pragma once
 
 #include "Mp3Files.h"
@@ -17,14 +17,14 @@
 
 inline constexpr const char* silentNotice = "skovra: no sound device, playing silently\n";
 
-/// What a viewer sees of a sound for a while.
+/// What was observed of a sound over a period.
 struct Course {
     unsigned int firstPosition = 0;
     unsigned int lastPosition = 0;
     unsigned int differentPositions = 0;
     bool everBack = false;
-    double leapMs = 0.0;    ///< by how much it ever moved further, between two looks, than time did
-    double behindMs = 0.0;  ///< by how much it moved less than time did, in all
+    double leapMs = 0.0;    ///< the most by which it advanced more than real time between two looks
+    double behindMs = 0.0;  ///< by how much it advanced less than real time, in total
     float strongest = 0.0F; ///< of all spectra
 };
 
@@ -35,31 +35,30 @@ protected:
     /// Releases the system, if the test has not.
     void TearDown() override;
 
-    /// Plays the first @p seconds of the sweep: Open and Play, in two steps or in one.
+    /// Play the first @p seconds of the sweep, in two steps or in one.
     void Open(double seconds);
     void Play();
     void OpenAndPlay(double seconds);
 
-    /// Looks every few milliseconds until @p untilMs is reached or the sound is over. With
-    /// @p server, which is recording, for ExpectInStep later.
+    /// Observes every few milliseconds until @p untilMs is reached or the sound is over. With
+    /// @p server, which is recording, also for ExpectInStep later.
     Course Watch(unsigned int untilMs, const PrivateServer* server = nullptr);
 
     unsigned int Position();
     void Release();
 
-    /// The music went on in real time; it may have halted while a device's loss was noticed.
+    /// The music continued in real time; it may have halted until a lost device was noticed.
     void ExpectRealTime(const std::string& when, const Course& course);
 
-    /// Of the music from @p fromMs to @p toMs, what @p server recorded was what was heard when it
-    /// was played. Ends the recording, and returns it.
+    /// From @p fromMs to @p toMs of the music, the observed positions match what @p server
+    /// recorded. Ends the recording, and returns it.
     std::vector<float> ExpectInStep(const std::string& when, PrivateServer& server,
                                     unsigned int fromMs, unsigned int toMs);
 
-    /// Watches until the music is over, at @p lengthMs: it was heard again after it had been at
-    /// @p backMs.
+    /// Observes until the music is over, at @p lengthMs: the sound resumed after @p backMs.
     void ExpectHeardAgain(PrivateServer& server, unsigned int backMs, unsigned int lengthMs);
 
-    /// The first that was @p recorded is the first frame of the music, and so on without a gap.
+    /// The music is @p recorded from its first frame on without a gap.
     static void ExpectWholeBeginning(const std::vector<float>& recorded);
 
     files::Folder folder;
@@ -72,7 +71,7 @@ private:
         unsigned int positionMs;
     };
 
-    // Times a call of the library, which is to succeed.
+    // Times a call of the library, which must succeed.
     template <typename Call>
     void Timed(Call call) {
         const auto begin = Clock::now();

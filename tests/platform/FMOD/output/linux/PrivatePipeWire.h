@@ -1,4 +1,4 @@
-// A PipeWire session of the test's own: the daemon and its session manager, with two sinks.
+// A private PipeWire session: the daemon and its session manager, with two sinks.
 #pragma once
 
 #include "PrivateServer.h"
@@ -10,28 +10,28 @@ class PrivatePipeWire final : public PrivateServer {
 public:
     PrivatePipeWire();
 
-    /// The session manager, which knows the default sink and links streams to it, ends with it.
+    /// Also ends the session manager, which links streams to the default sink.
     void Kill() override;
 
-    /// Without it, streams that come find no sink, and those that play lose theirs.
+    /// Without it, new streams find no sink, and playing ones lose theirs.
     void EndSessionManager();
 
-    /// False, and the test fails: there is none.
+    /// False, and the test fails, if it cannot be started.
     bool StartSessionManager();
 
     /// Makes @p sink, "sink-a" (which it is at first) or "sink-b", the default.
     void ChooseSink(const std::string& sink);
 
-    /// For a moment: one that is in use is taken up again by itself.
+    /// For a moment: a sink in use resumes by itself.
     void SuspendSink(const std::string& sink) const;
 
     void RemoveSink(const std::string& sink) const;
     void AddSink(const std::string& sink) const;
 
-    /// Makes all cycles of the graph @p frames long; 0: as the streams want it.
+    /// Forces the quantum of the graph to @p frames; 0: as the streams request.
     void ForceQuantum(int frames) const;
 
-    /// At the beginning of a cycle the recorder gets what was heard until then.
+    /// At the start of a cycle the recorder gets the sound heard until then.
     Lag RecordingLag() const override { return {-25.0, 25.0}; }
 
 private:

@@ -1,4 +1,4 @@
-// A PulseAudio server of the test's own, with one sink.
+// A private PulseAudio server with one sink.
 #pragma once
 
 #include "PrivateServer.h"
@@ -8,7 +8,7 @@ public:
     PrivatePulseAudio();
     ~PrivatePulseAudio() override;
 
-    /// The sink renders, and the recorder gets, what is heard within the next 20 ms or so.
+    /// The sink renders, and the recorder gets, the sound heard in the next 20 ms or so.
     Lag RecordingLag() const override { return {-70.0, 30.0}; }
 
 private:

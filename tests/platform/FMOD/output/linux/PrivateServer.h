@@ -1,4 +1,4 @@
-// A sound server of the test's own, whose sinks play into nothing.
+// A private sound server with null sinks.
 #pragma once
 
 #include "ChildProcess.h"
@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-/// Runs from the construction to the end. The environment leads this process to it; programs of the
-/// server's packages must be installed, or the test fails.
+/// Runs as long as the object exists; the environment points this process to it. The server's
+/// packages must be installed, or the test fails.
 class PrivateServer {
 public:
     PrivateServer() = default;
@@ -25,26 +25,26 @@ public:
 
     virtual void Kill();
 
-    /// Kills it, and runs a new one where it was.
+    /// Kills it, and runs a new one in its place.
     void Restart();
 
-    /// Makes it hang, and go on.
+    /// Make it hang, and continue.
     void Stop() const;
     void Continue() const;
 
-    /// Until a stream of the library is open there, whether it plays yet or not.
+    /// Waits until the library has a stream open there, playing or not.
     void AwaitStream();
 
-    /// Begins to note what the default sink plays, as stereo frames at 44.1 kHz, until
-    /// EndRecording. The sink is awake from then on; an idle one starts late.
+    /// Records what the default sink plays, as stereo frames at 44.1 kHz, until EndRecording. Also
+    /// keeps the sink awake; an idle one starts late.
     void BeginRecording();
 
-    /// Of what the sink has played, a few ms late.
+    /// The number of frames recorded so far, a few ms late.
     std::size_t RecordedFrames() const;
     std::vector<float> EndRecording();
 
-    /// What is heard less what is recorded by then, in ms, when that is least: between these two,
-    /// on a busy machine, too.
+    /// The minimum of position heard minus position recorded, in ms: between these two, even on a
+    /// busy machine.
     struct Lag {
         double fromMs;
         double toMs;
@@ -52,16 +52,16 @@ public:
     virtual Lag RecordingLag() const = 0;
 
 protected:
-    /// Starts it and waits until it can play.
+    /// Starts it and waits until it is ready to play.
     virtual void Run() = 0;
 
-    /// What writes to @p path, as plain floats.
+    /// The command that records to @p path, as raw floats.
     virtual std::vector<std::string> RecorderCommand(const std::string& path) const = 0;
 
-    /// What lists the streams that are open.
+    /// The command that lists the open streams.
     virtual std::vector<std::string> StreamsCommand() const = 0;
 
-    /// Runs @p command: whether @p text is in what it says.
+    /// Whether the output of @p command contains @p text.
     bool Says(std::vector<std::string> command, const std::string& text) const;
 
     files::Folder folder;
@@ -73,10 +73,10 @@ private:
     ChildProcess recorder;
 };
 
-/// A kind of server, for tests that are of each.
+/// A kind of server, for tests with each.
 struct ServerKind {
     const char* name;
-    const char* device; ///< what SKOVRA_SOUND calls it
+    const char* device; ///< its value of SKOVRA_SOUND
     std::unique_ptr<PrivateServer> (*run)();
 };
 
@@ -98,5 +98,5 @@ inline std::string NameOf(const testing::TestParamInfo<ServerKind>& info) {
 /// Whether something listens at the socket @p path.
 bool Accepts(const std::string& path);
 
-/// Leads this process to no sound system at all.
+/// Hides all sound systems from this process.
 void HideSoundSystems();

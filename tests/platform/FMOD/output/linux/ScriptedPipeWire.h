@@ -1,4 +1,4 @@
-// PipeWire's library by a script: LoadPipeWire answers one that does what the test says.
+// A scripted double of PipeWire's library, which LoadPipeWire returns.
 #pragma once
 
 #include <pipewire/pipewire.h>
@@ -14,7 +14,7 @@ namespace devices {
 using Calls = std::vector<std::string>;
 using Properties = std::map<std::string, std::string>;
 
-/// What the library answers, and what it was asked.
+/// The library's scripted answers, and the calls it received.
 struct ScriptedPipeWire {
     bool isInstalled = true;
     const char* version = "1.4.2";
@@ -44,7 +44,7 @@ struct ScriptedPipeWire {
     bool hasBuffer = true;
 };
 
-/// Of the one test that runs.
+/// Of the running test.
 extern ScriptedPipeWire script;
 
 } // namespace devices
