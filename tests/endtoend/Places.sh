@@ -96,7 +96,7 @@ StartedFromAnotherFolderPlays() {
 StartedByALinkOnThePathPlays() {
     start_elsewhere
     ln -s ../copy/skovra-positions show
-    PATH=$headless_dir/elsewhere:$PATH expect_show show
+    PATH=$headless_dir/elsewhere:$PATH silence=${silence/skovra-positions/show} expect_show show
 }
 
 StartedFromAFolderWithSpacesAndLettersPlays() {

@@ -52,7 +52,7 @@ GoesOnWithoutADead() {
     expect_exit 0 90
     expect_output
     expect_positions_of_a_whole_show
-    expect_equal "standard error" "skovra: no sound device, playing silently" \
+    expect_equal "standard error" "skovra-positions: no sound device, playing silently" \
         "$(cat "$headless_err")"
 }
 

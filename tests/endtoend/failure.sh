@@ -6,7 +6,7 @@
 # shellcheck disable=SC2034 # how long the waits of headless.sh last: longer only if it hangs
 headless_limit=60
 
-silence='skovra: no sound device, playing silently'
+silence='skovra-positions: no sound device, playing silently'
 
 # expect_errors [LINE...]: that and nothing else on standard error.
 expect_errors() {

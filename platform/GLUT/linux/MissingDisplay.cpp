@@ -6,6 +6,7 @@
 
 #include <GL/freeglut.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
@@ -16,7 +17,8 @@ void __real_glutInit(int* argumentCount, char** arguments);
 void __wrap_glutInit(int* argumentCount, char** arguments) {
     const char* wayland = std::getenv("WAYLAND_DISPLAY");
     if (wayland != nullptr && *wayland != '\0' && ScreenProbe().Width() == 0) {
-        std::fputs("skovra: no X display answers; on Wayland it comes with Xwayland\n", stderr);
+        std::fprintf(stderr, "%s: no X display answers; on Wayland it comes with Xwayland\n",
+                     program_invocation_short_name);
         std::fflush(stdout); // GTK ends the process at once if the display is lost meanwhile
         TellOfMissingX();
     }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -48,9 +49,9 @@ std::span<const DeviceKind> ChosenDevices() {
     }
     if (!name.empty()) {
         std::fprintf(stderr,
-                     "skovra: SKOVRA_SOUND=%s is none of pipewire, pulse, alsa, jack, none; "
+                     "%s: SKOVRA_SOUND=%s is none of pipewire, pulse, alsa, jack, none; "
                      "trying all\n",
-                     value);
+                     program_invocation_short_name, value);
     }
     return all;
 }

@@ -4,6 +4,7 @@
 #include "LiveOutput.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
@@ -40,7 +41,8 @@ static void Run(LiveOutput& output) {
         silentPeriods = silent ? silentPeriods + 1 : 0;
         const bool tell = silent && (output.deviceFailed || silentPeriods > patientPeriods);
         if (tell && !told) {
-            std::fputs("skovra: no sound device, playing silently\n", stderr);
+            std::fprintf(stderr, "%s: no sound device, playing silently\n",
+                         program_invocation_short_name);
         }
         told = silent && (told || tell);
     }

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -61,7 +62,7 @@ TEST_F(DevicesTest, AreAllIfTheEnvironmentIsEmpty) {
 TEST_F(DevicesTest, AreAllIfTheEnvironmentNamesNone) {
     for (const std::string name : {"pulseaudio", "Pulse", "pipewire,pulse", " "}) {
         setenv("SKOVRA_SOUND", name.c_str(), 1);
-        ExpectChosen(all, "skovra: SKOVRA_SOUND=" + name +
+        ExpectChosen(all, std::string(program_invocation_short_name) + ": SKOVRA_SOUND=" + name +
                               " is none of pipewire, pulse, alsa, jack, none; trying all\n");
     }
 }

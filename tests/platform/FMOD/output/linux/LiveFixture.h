@@ -9,13 +9,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
 
-inline constexpr const char* silentNotice = "skovra: no sound device, playing silently\n";
+inline const std::string silentNotice =
+    std::string(program_invocation_short_name) + ": no sound device, playing silently\n";
 
 /// What was observed of a sound over a period.
 struct Course {
