@@ -2,9 +2,11 @@
 #include <CoreFoundation/CoreFoundation.h>
 
 #include "MacRoman.h"
-#include "ResourceFolder.h"
+#include "ResourceFolders.h"
 
+#include <cerrno>
 #include <cstddef>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <optional>
@@ -61,9 +63,35 @@ bool Copied(const std::string& bytes, char* buffer, CFIndex bufferSize) {
 
 } // namespace
 
+/// The first folder that there is, and no other, has the resources.
 struct CFBundleObject {
-    std::filesystem::path folder;
+    CFBundleObject() {
+        for (const auto& candidate : ResourceFolders()) {
+            searched += (searched.empty() ? "" : ", ") + candidate.string();
+            std::error_code error;
+            if (std::filesystem::is_directory(candidate, error)) {
+                folder = candidate;
+                break;
+            }
+        }
+    }
+
+    std::filesystem::path folder; ///< empty: there is none
+    std::string searched;         ///< that folder and those that come before it
 };
+
+namespace {
+
+void SayMissing(const CFBundleObject& bundle, const std::string& file) {
+    const std::string line =
+        std::string(program_invocation_short_name) + ": resource " + file +
+        " not found; searched " +
+        (bundle.searched.empty() ? "no folder: the program's own is unknown" : bundle.searched) +
+        '\n';
+    std::fputs(line.c_str(), stderr);
+}
+
+} // namespace
 
 extern "C" {
 
@@ -85,21 +113,25 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
 }
 
 CFBundleRef CFBundleGetMainBundle() {
-    static CFBundleObject bundle{ResourceFolder()};
+    static CFBundleObject bundle;
     return &bundle;
 }
 
 CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringRef type,
                                  CFStringRef subdirectory) {
-    if (bundle == nullptr || bundle->folder.empty() || name == nullptr || subdirectory != nullptr) {
+    if (bundle == nullptr || name == nullptr || subdirectory != nullptr) {
         return nullptr;
     }
-    const auto path =
-        bundle->folder / (type == nullptr ? Bytes(name) : Bytes(name) + '.' + Bytes(type));
+    const auto file = type == nullptr ? Bytes(name) : Bytes(name) + '.' + Bytes(type);
+    const auto path = bundle->folder / file;
     // Anything of that name counts, even a folder or an unreadable file: opening it gives the
     // error.
     std::error_code error;
-    return std::filesystem::exists(path, error) ? Handle<CFURLRef>(path.string()) : nullptr;
+    if (bundle->folder.empty() || !std::filesystem::exists(path, error)) {
+        SayMissing(*bundle, file);
+        return nullptr;
+    }
+    return Handle<CFURLRef>(path.string());
 }
 
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean, UInt8* buffer, CFIndex bufferSize) {

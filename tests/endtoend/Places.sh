@@ -44,7 +44,8 @@ ProgramWithoutAPathFindsNoMusic() {
     cp -r "$PROGRAMS/skovra-positions" "$PROGRAMS/resources" .
     launch ./skovra-positions
     expect_music_error 'WARNING: CFURLGetFileSystemRepresentation returned FALSE
-FMOD error! (22) File not found. '
+FMOD error! (22) File not found. ' \
+        "skovra-positions: resource synchtune.mp3 not found; searched no folder: the program's own is unknown"
 }
 
 own_home() {

@@ -32,6 +32,11 @@ expect_white_picture() {
     expect_equal "picture at $1 ms" 255,255,255 "$(colour_at "$headless_dir/shot.png" 1100 400)"
 }
 
+# missing FILE: what standard error says of it.
+missing() {
+    echo "skovra-positions: resource $1 not found; searched $copy/resources"
+}
+
 # expect_show_without HOW PICTURE [WARNING]
 expect_show_without() {
     echo "$2.png: $1"
@@ -42,7 +47,7 @@ expect_show_without() {
     headless_key Escape
     expect_end 0
     expect_output "${@:3}"
-    expect_errors "$silence"
+    expect_errors ${3:+"$(missing "$2.png")"} "$silence"
 }
 
 # expect_file_needed HOW ERROR [WARNING]: the music ends the program with ERROR, a picture is warned
@@ -51,7 +56,7 @@ expect_file_needed() {
     local picture
     spoil "$1" synchtune.mp3
     launch "${program[@]}"
-    expect_music_error "$2"
+    expect_music_error "$2" ${3:+"$(missing synchtune.mp3)"}
     for picture in texture skovr credits; do
         expect_show_without "$1" "$picture" "${@:3}"
     done

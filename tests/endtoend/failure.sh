@@ -24,12 +24,13 @@ expect_start_only() {
         cmp - "$headless_out" || fail "standard output differs"
 }
 
-# expect_music_error TEXT: the output up to the music's opening, then that, status 255.
+# expect_music_error TEXT [LINE...]: the output up to the music's opening, then that, those lines on
+# standard error, status 255.
 expect_music_error() {
     expect_end 255
     { expected_output | sed '/^Attempting/,$d'; printf 'Attempting to load file...%s\n' "$1"; } |
         cmp - "$headless_out" || fail "standard output differs"
-    expect_errors
+    expect_errors "${@:2}"
 }
 
 # plays_and_leaves PROGRAM: in a window, until Escape.

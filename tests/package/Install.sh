@@ -193,4 +193,19 @@ TheShowPlaysWhereverItIsMoved() {
     expect_output
 }
 
+# By the other programs, too.
+TheShowsResourcesAreFoundWhereverItIsMoved() {
+    start_display
+    installed
+    mv "$prefix" "$headless_dir/elsewhere"
+    headless_launch "$headless_dir/elsewhere/bin/skovra-record" --still "0=$headless_dir/0.png"
+    expect_exit 0 60
+    expect_equal "words of the recorder" "" "$(grep 'not found' "$headless_err")"
+    headless_launch "$headless_dir/elsewhere/bin/skovra-gallery"
+    headless_wait_active "Skovra gallery"
+    headless_key Escape
+    expect_exit 0
+    expect_equal "words of the gallery" "" "$(cat "$headless_err")"
+}
+
 "$1"

@@ -31,7 +31,8 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
 CFBundleRef CFBundleGetMainBundle();
 
 /// The URL of resource file @p name with extension @p type (no dot); owned by the caller.
-/// Null when there is no such file, and in any @p subdirectory but null: there are none.
+/// Null, after a line on standard error that names it and the folders searched, when there is no
+/// such file; null in any @p subdirectory but null, for there are none.
 CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringRef type,
                                  CFStringRef subdirectory);
 

@@ -1,4 +1,5 @@
-// bundle-path NAME TYPE: where the bundle of this program has that resource, both in Mac Roman.
+// bundle-path NAME TYPE [SUBDIRECTORY]: where the bundle of this program has that resource, all in
+// Mac Roman.
 // Prints the path, or "no URL", or "no path" when the URL has none of up to 1023 bytes.
 #include <CoreFoundation/CoreFoundation.h>
 
@@ -6,16 +7,19 @@
 #include <cstdio>
 
 int main(int argumentCount, char** arguments) {
-    if (argumentCount != 3) {
+    if (argumentCount < 3) {
         return 2;
     }
-    const auto* name =
-        CFStringCreateWithCString(kCFAllocatorDefault, arguments[1], kCFStringEncodingMacRoman);
-    const auto* type =
-        CFStringCreateWithCString(kCFAllocatorDefault, arguments[2], kCFStringEncodingMacRoman);
-    const auto* url = CFBundleCopyResourceURL(CFBundleGetMainBundle(), name, type, nullptr);
+    const auto string = [](const char* text) {
+        return CFStringCreateWithCString(kCFAllocatorDefault, text, kCFStringEncodingMacRoman);
+    };
+    const auto* name = string(arguments[1]);
+    const auto* type = string(arguments[2]);
+    const auto* subdirectory = string(arguments[3]);
+    const auto* url = CFBundleCopyResourceURL(CFBundleGetMainBundle(), name, type, subdirectory);
     CFRelease(name);
     CFRelease(type);
+    CFRelease(subdirectory);
     if (url == nullptr) {
         std::fputs("no URL", stdout);
         return 0;

@@ -26,10 +26,10 @@ protected:
     MainBundle(const MainBundle&) = delete;
     MainBundle& operator=(const MainBundle&) = delete;
 
-    static fs::path Install(const fs::path& folder) {
+    static fs::path Install(const fs::path& folder, const std::string& name = "program") {
         fs::create_directories(folder);
-        fs::copy_file(BUNDLE_PATH, folder / "program");
-        return folder / "program";
+        fs::copy_file(BUNDLE_PATH, folder / name);
+        return folder / name;
     }
 
     static fs::path Put(const fs::path& file) {
@@ -38,10 +38,11 @@ protected:
         return file;
     }
 
-    /// What the program prints when it runs in the root folder of this case.
-    std::string Ask(const fs::path& asked, const std::string& name, const std::string& type) {
-        const auto command =
-            "cd '" + root.string() + "' && '" + asked.string() + "' '" + name + "' '" + type + "'";
+    /// What the program prints on that stream when it runs in the root folder of this case.
+    std::string Ask(const fs::path& asked, const std::string& name, const std::string& type,
+                    const std::string& stream = "2>&-") {
+        const auto command = "cd '" + root.string() + "' && '" + asked.string() + "' '" + name +
+                             "' '" + type + "' " + stream;
         std::FILE* output = popen(command.c_str(), "r");
         if (output == nullptr) {
             throw std::runtime_error(command);
@@ -77,25 +78,39 @@ TEST_F(MainBundle, FindsAResourceBesideTheProgram) {
 }
 
 TEST_F(MainBundle, FindsAnInstalledResource) {
-    const auto file = Put(root / "share/skovra/texture.png");
+    const auto file = Put(root / "share/program/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
+TEST_F(MainBundle, FindsWhatProgramsOfOneFamilyShare) {
+    program = Install(root / "bin", "family-member-b");
+    const auto shared = Put(root / "share/family/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), shared.string());
+    const auto own = Put(root / "share/family-member-b/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), own.string());
+}
+
+TEST_F(MainBundle, WithoutAFamilySharesNothing) {
+    program = Install(root / "bin", "-b");
+    Put(root / "share/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
+}
+
 TEST_F(MainBundle, PrefersTheFolderBesideTheProgram) {
-    Put(root / "share/skovra/texture.png");
+    Put(root / "share/program/texture.png");
     const auto file = Put(root / "bin/resources/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
 TEST_F(MainBundle, LooksIntoOneFolderOnly) {
-    Put(root / "share/skovra/texture.png");
+    Put(root / "share/program/texture.png");
     Put(root / "bin/resources/other.png");
     EXPECT_EQ(Ask(program, "texture", "png"), "no URL");
 }
 
 TEST_F(MainBundle, AFileNamedResourcesIsNoFolderOfThem) {
     Put(root / "bin/resources");
-    const auto file = Put(root / "share/skovra/texture.png");
+    const auto file = Put(root / "share/program/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
@@ -108,6 +123,39 @@ TEST_F(MainBundle, AMissingResourceHasNoUrl) {
     EXPECT_EQ(Ask(program, "textur", "png"), "no URL");
     EXPECT_EQ(Ask(program, "texture", "mp3"), "no URL");
     EXPECT_EQ(Ask(program, "Texture", "png"), "no URL");
+}
+
+constexpr const char* standardError = "2>&1 >/dev/null";
+
+TEST_F(MainBundle, SaysWhichResourceIsMissingFromItsFolder) {
+    Put(root / "bin/resources/texture.png");
+    Put(root / "share/program/music.mp3");
+    EXPECT_EQ(Ask(program, "music", "mp3", standardError),
+              "program: resource music.mp3 not found; searched " +
+                  (root / "bin/resources").string() + "\n");
+}
+
+TEST_F(MainBundle, SaysWhereItLookedForAFolder) {
+    program = Install(root / "bin", "family-member");
+    const auto folders = (root / "bin/resources").string() + ", " +
+                         (root / "share/family-member").string() + ", " +
+                         (root / "share/family").string();
+    const auto line =
+        "family-member: resource kj\u00F8re.png not found; searched " + folders + "\n";
+    EXPECT_EQ(Ask(program, "kj\xBFre", "png", standardError), line);
+    Put(root / "share/family/texture.png");
+    EXPECT_EQ(Ask(program, "kj\xBFre", "png", standardError), line);
+}
+
+TEST_F(MainBundle, SaysNothingOfAResourceThatIsThere) {
+    Put(root / "bin/resources/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png", standardError), "");
+}
+
+TEST_F(MainBundle, HasNoSubdirectories) {
+    Put(root / "bin/resources/texture.png");
+    Put(root / "bin/resources/there/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png", "there 2>&-"), "no URL");
 }
 
 TEST_F(MainBundle, DoesNotLookIntoTheWorkingDirectory) {
