@@ -19,7 +19,9 @@ int main(int argumentCount, char** arguments) {
     const auto* url = CFBundleCopyResourceURL(CFBundleGetMainBundle(), name, type, subdirectory);
     CFRelease(name);
     CFRelease(type);
-    CFRelease(subdirectory);
+    if (subdirectory != nullptr) {
+        CFRelease(subdirectory);
+    }
     if (url == nullptr) {
         std::fputs("no URL", stdout);
         return 0;

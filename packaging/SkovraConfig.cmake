@@ -1,0 +1,20 @@
+# The targets Skovra::engine and Skovra::live, and skovra_add_resources(), see AddResources.cmake.
+include(CMakeFindDependencyMacro)
+foreach(package IN ITEMS GLUT OpenGL PNG PkgConfig Threads X11 cubeb)
+    find_dependency(${package})
+endforeach()
+# By the names that the targets are linked by.
+foreach(module IN ITEMS GTK3=gtk+-3.0 KISSFFT=kissfft-float MPG123=libmpg123 SOXR=soxr)
+    string(REPLACE "=" ";" module ${module})
+    list(GET module 0 name)
+    list(GET module 1 library)
+    pkg_check_modules(${name} QUIET IMPORTED_TARGET ${library})
+    if(NOT ${name}_FOUND)
+        set(Skovra_FOUND FALSE)
+        set(Skovra_NOT_FOUND_MESSAGE "Skovra needs ${library}, which pkg-config does not find.")
+        return()
+    endif()
+endforeach()
+
+include(${CMAKE_CURRENT_LIST_DIR}/SkovraTargets.cmake)
+include(${CMAKE_CURRENT_LIST_DIR}/AddResources.cmake)
