@@ -1,4 +1,4 @@
-// Every drawing primitive of the engine in one window: the example to start a new demo from.
+// Every drawing primitive of the engine in one window.
 //
 // Keys 1 to 8 choose what is shown (3 again: another number of electrons), the arrow keys turn it,
 // Escape leaves.

@@ -50,4 +50,22 @@ BuildsTheGallery() {
     expect_exit 0
 }
 
+# By the commands of docs/engine.md, the last of which starts it.
+BuildsTheMinimalProgram() {
+    local commands
+    mapfile -t commands < <(awk '
+        /^#/ { here = $0 == "## Build it" }
+        here && /^```/ { inside = $0 == "```sh"; next }
+        here && inside' "$root/docs/engine.md")
+    expect_equal "commands" 3 "${#commands[@]}"
+    start_display
+    cd "$root"
+    ${commands[0]}
+    ${commands[1]}
+    headless_launch "${commands[2]}"
+    headless_wait_active Minimal
+    headless_key Escape
+    expect_exit 0
+}
+
 "$1"
