@@ -26,7 +26,7 @@ there=$(ctest --test-dir "$2" -N | sed -n 's/^ *Test *#[0-9]*: //p')
 failures=0
 found=0
 while read -r command; do
-    if printf '%s\n' "${runners[@]}" | grep -qxF -- "$command"; then
+    if grep -qxF -- "$command" <<<"$(printf '%s\n' "${runners[@]}")"; then
         continue
     fi
     found=$((found + 1))
