@@ -40,10 +40,17 @@ force_rate() {
     event back
 }
 
-# end_part PID SIGNAL: without a word from the shell.
-end_part() {
-    kill "-$2" "$1"
-    headless_wait_exit "$1" 2>/dev/null || :
+# Of the next two PART is the name of the variable that has its pid: pipewire, wireplumber or
+# pipewire_pulse.
+
+# replace PART SIGNAL SECONDS: ends it by that signal, and starts it again so much later.
+replace() {
+    event change
+    kill "-$2" "${!1}"
+    headless_wait_exit "${!1}" 2>/dev/null || : # without a word from the shell
+    [ "$1" != wireplumber ] || destroy_sinks
+    sleep "$3"
+    "start_$1_again"
 }
 
 # With the daemon the session manager ends.
@@ -52,19 +59,6 @@ start_pipewire_again() {
     start_pipewire_daemon
     event back
     start_wireplumber
-}
-
-restart_daemon() {
-    event change
-    end_part "$pipewire" TERM
-    start_pipewire_again
-}
-
-kill_daemon() {
-    event change
-    end_part "$pipewire" KILL
-    sleep 1
-    start_pipewire_again
 }
 
 # A desktop's sinks are its session manager's: they go with it, and come again.
@@ -79,62 +73,25 @@ create_sink() {
         priority.session = $2 }"
 }
 
-restart_manager() {
-    event change
-    end_part "$wireplumber" TERM
-    destroy_sinks
-    start_manager_again
-}
-
-kill_manager() {
-    event change
-    end_part "$wireplumber" KILL
-    destroy_sinks
-    sleep 1
-    start_manager_again
-}
-
-start_manager_again() {
+start_wireplumber_again() {
     start_wireplumber
     create_sink sink-a 20000
     create_sink sink-b 19000
     event back
 }
 
-restart_pulse() {
-    event change
-    end_part "$pipewire_pulse" TERM
+start_pipewire_pulse_again() {
     start_pipewire_pulse
     event back
 }
 
-kill_pulse() {
+# hold PART: has it hang for a while.
+hold() {
     event change
-    end_part "$pipewire_pulse" KILL
-    sleep 1
-    start_pipewire_pulse
-    event back
-}
-
-# stop_part PID
-stop_part() {
-    event change
-    kill -STOP "$1"
+    kill -STOP "${!1}"
     sleep 5
-    kill -CONT "$1"
+    kill -CONT "${!1}"
     event back
-}
-
-stop_daemon() {
-    stop_part "$pipewire"
-}
-
-stop_manager() {
-    stop_part "$wireplumber"
-}
-
-stop_pulse() {
-    stop_part "$pipewire_pulse"
 }
 
 late_sink_is_default() {
@@ -216,22 +173,18 @@ play_change() {
 }
 
 measure_changes() {
-    local short=$headless_dir/change.mp3 long=$headless_dir/long-change.mp3 late=()
+    local short=$headless_dir/change.mp3 long=$headless_dir/long-change.mp3 late=() part
     make_soft_music "$short" 12
     make_soft_music "$long" 17
     measure_change switch "$short" switch_sink
     measure_change suspend "$short" suspend_sink
     measure_change quantum "$short" force_quantum
     measure_change rate "$short" force_rate
-    measure_change pipewire.restarted "$short" restart_daemon
-    measure_change pipewire.stopped "$long" stop_daemon
-    measure_change pipewire.killed "$short" kill_daemon
-    measure_change wireplumber.restarted "$short" restart_manager
-    measure_change wireplumber.stopped "$long" stop_manager
-    measure_change wireplumber.killed "$short" kill_manager
-    measure_change pipewire_pulse.restarted "$short" restart_pulse
-    measure_change pipewire_pulse.stopped "$long" stop_pulse
-    measure_change pipewire_pulse.killed "$short" kill_pulse
+    for part in pipewire wireplumber pipewire_pulse; do
+        measure_change "$part.restarted" "$short" replace "$part" TERM 0
+        measure_change "$part.stopped" "$long" hold "$part"
+        measure_change "$part.killed" "$short" replace "$part" KILL 1
+    done
     for late in 100 200 300; do
         late=("$late")
         measure_change "late.${late[0]}" "$short" stay_late
@@ -260,7 +213,7 @@ change_rows() {
 }
 
 print_changes() {
-    local part
+    local part late
     echo "### Changes on PipeWire while music plays; ms"
     echo
     row change SKOVRA_SOUND "sound again, after the server" "silent" "music missing; repeated" \
@@ -276,9 +229,9 @@ print_changes() {
         change_rows "${part/_/-} stopped for 5 s" "$part.stopped"
         change_rows "${part/_/-} killed, there again after 1 s" "$part.killed"
     done
-    change_rows "sink 100 ms late" late.100
-    change_rows "sink 200 ms late" late.200
-    change_rows "sink 300 ms late" late.300
+    for late in 100 200 300; do
+        change_rows "sink $late ms late" "late.$late"
+    done
     change_rows "sink's 100 ms become 300" late.grows
     change_rows "sink's 300 ms become 100" late.shrinks
     echo

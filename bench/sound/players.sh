@@ -8,21 +8,21 @@ compare() {
     keep "$1" "$("$PROGRAMS/bench-truth" position "$music" "$sink_log" "$2")"
 }
 
-measure_ours() {
-    local answers=$headless_dir/answers
+# play MODE: by our player, whose answers are in $answers.
+play() {
+    answers=$headless_dir/answers
     start_server
-    "$PROGRAMS/bench-player" poll "$music" "$answers" "${until_heard[@]}"
+    "$PROGRAMS/bench-player" "$1" "$music" "$answers" "${until_heard[@]}"
     end_server
-    compare "$1.playhead" "$answers.playhead"
-    compare "$1.position" "$answers.position"
-    compare "$1.spectrum" "$answers.spectrum"
 }
 
-measure_pauses() {
-    local answers=$headless_dir/answers
-    start_server
-    "$PROGRAMS/bench-player" pause "$music" "$answers" "${until_heard[@]}"
-    end_server
+measure_ours() {
+    local answers kind
+    play poll
+    for kind in playhead position spectrum; do
+        compare "$1.$kind" "$answers.$kind"
+    done
+    play pause
     compare "$1.pause" "$answers.playhead"
 }
 
@@ -34,16 +34,12 @@ measure_sdl() {
     compare "$1.sdl" "$headless_dir/answers.sdl"
 }
 
-run_mpv() {
-    mpv --no-config --no-video --ao="$mpv_output" --really-quiet "$@"
-}
-
 measure_mpv() {
     has mpv || return 0
     local socket=$headless_dir/mpv-socket pid
     rm -f "$socket"
     start_server
-    run_mpv --input-ipc-server="$socket" "$music" &
+    "${mpv[@]}" --input-ipc-server="$socket" "$music" &
     pid=$!
     headless_pids+=("$pid")
     headless_wait_until 10 "mpv" [ -S "$socket" ]
@@ -56,7 +52,6 @@ measure_mpv() {
 measure_positions() {
     say "$server: positions, $1"
     measure_ours "$1"
-    measure_pauses "$1"
     measure_sdl "$1"
     measure_mpv "$1"
 }
@@ -108,7 +103,7 @@ measure_cost() {
         cost show "$PROGRAMS/bench-player" show "$half_music"
         ! [ -x "$PROGRAMS/bench-sdl-player" ] ||
             SDL_AUDIODRIVER=$server cost sdl "$PROGRAMS/bench-sdl-player" "$half_music"
-        ! has mpv || cost mpv mpv --no-config --no-video --ao="$mpv_output" --really-quiet "$half_music"
+        ! has mpv || cost mpv "${mpv[@]}" "$half_music"
     done
     end_server
     for name in play show mpg123 sdl mpv; do
@@ -219,10 +214,10 @@ print_players() {
         "$(figure '%d (%.0f); %d' shows.{dropouts,lost,underruns})" – – –
     cost_rows
     operation_rows
-    local missing=()
-    has mpg123 || missing+=("mpg123")
-    has mpv || missing+=("mpv")
-    has strace || missing+=("strace")
+    local missing=() peer
+    for peer in mpg123 mpv strace; do
+        has "$peer" || missing+=("$peer")
+    done
     [ -x "$PROGRAMS/bench-sdl-player" ] || missing+=("SDL2_mixer")
     if [ ${#missing[@]} -gt 0 ]; then
         echo

@@ -59,16 +59,16 @@ measure_through_pulse() {
 }
 
 measure_quanta() {
+    local when
     short_music=$headless_dir/short.mp3
     make_soft_music "$short_music" 6
     start_pipewire
-    each_graph measure_graph idle
-    measure_at_once idle
-    measure_through_pulse idle
-    start_load
-    each_graph measure_graph busy
-    measure_at_once busy
-    measure_through_pulse busy
+    for when in idle busy; do
+        [ "$when" = idle ] || start_load
+        each_graph measure_graph "$when"
+        measure_at_once "$when"
+        measure_through_pulse "$when"
+    done
     end_load
     set_graph 0 0
     end_pipewire
@@ -95,17 +95,17 @@ graph_row() {
 }
 
 print_quanta() {
+    local when
     echo "### Position on PipeWire, of $starts starts in each line; ms"
     echo
     row quantum "graph, kHz" load "play head off: median (p1..p99)" "worst start's median" \
         "went back" "same 1 ms later" "spectrum: median (p1..p99)" "frames lost at the start" \
         "starts not seen" "worst of the first 200 ms"
     row --- --- --- --- --- --- --- --- --- --- ---
-    each_graph graph_row idle
-    quantum_row idle.at-once "default, played at once" 44.1 idle
-    quantum_row idle.pulse "default, through pipewire-pulse" 44.1 idle
-    each_graph graph_row busy
-    quantum_row busy.at-once "default, played at once" 44.1 busy
-    quantum_row busy.pulse "default, through pipewire-pulse" 44.1 busy
+    for when in idle busy; do
+        each_graph graph_row "$when"
+        quantum_row "$when.at-once" "default, played at once" 44.1 "$when"
+        quantum_row "$when.pulse" "default, through pipewire-pulse" 44.1 "$when"
+    done
     echo
 }

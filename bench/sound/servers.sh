@@ -30,6 +30,7 @@ use_server() {
         until_heard=("$headless_dir/sink")
         ;;
     esac
+    mpv=(mpv --no-config --no-video --ao="$mpv_output" --really-quiet)
 }
 
 # The sink begins with two seconds of nothing that it does not take back for a player.
