@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -237,32 +238,27 @@ void OpenGraph(std::int64_t rateHz, std::int32_t cycleFrames, std::int64_t delay
     Disturb();
 }
 
-void RepeatPosition(std::int64_t cycleFrames) {
+static void ChangeDevice(const std::function<void(Device&)>& change) {
     if (device != nullptr) {
-        device->repeatedFrames = cycleFrames;
+        change(*device);
         Disturb();
     }
+}
+
+void RepeatPosition(std::int64_t cycleFrames) {
+    ChangeDevice([=](Device& changed) { changed.repeatedFrames = cycleFrames; });
 }
 
 void HangDevice(int ms) {
-    if (device != nullptr) {
-        device->hangsForMs = ms;
-        Disturb();
-    }
+    ChangeDevice([=](Device& changed) { changed.hangsForMs = ms; });
 }
 
 void FailDevice() {
-    if (device != nullptr) {
-        device->feed.Fail();
-        Disturb();
-    }
+    ChangeDevice([](Device& changed) { changed.feed.Fail(); });
 }
 
 void LieBy(std::int64_t frames) {
-    if (device != nullptr) {
-        device->lie = frames;
-        Disturb();
-    }
+    ChangeDevice([=](Device& changed) { changed.lie = frames; });
 }
 
 void LetDecoderLag(bool lag) {
