@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -124,32 +125,21 @@ bool IsBold(GtkLabel* label) {
     return bold;
 }
 
-TEST(StandardAlert, HasABoldMainTextAndAnExplanation) {
-    Show("Main", "Why", nullptr, 1, [](GtkDialog* box) {
-        EXPECT_EQ(TextProperty(box, "text"), "Main");
-        EXPECT_EQ(TextProperty(box, "secondary-text"), "Why");
-        EXPECT_TRUE(IsBold(MainLabel(box)));
-    });
+TEST(StandardAlert, HasABoldMainTextAndAnExplanationAsTheyStand) {
+    for (const auto& [main, explanation] :
+         {std::pair{"Main", "Why"}, {"S\u00F8k", "Kj\u00F8re?"}, {"100 %s <b>", "a_b & %d"}}) {
+        Show(main, explanation, nullptr, 1, [&](GtkDialog* box) {
+            EXPECT_EQ(TextProperty(box, "text"), main);
+            EXPECT_EQ(TextProperty(box, "secondary-text"), explanation);
+            EXPECT_STREQ(gtk_label_get_text(MainLabel(box)), main);
+            EXPECT_TRUE(IsBold(MainLabel(box)));
+        });
+    }
 }
 
 TEST(StandardAlert, IsNamedByItsMainText) {
     Show("\"Main\"", "Why", nullptr, 1,
          [](GtkDialog* box) { EXPECT_STREQ(gtk_window_get_title(GTK_WINDOW(box)), "\"Main\""); });
-}
-
-TEST(StandardAlert, ShowsLettersBeyondAscii) {
-    Show("S\u00F8k", "Kj\u00F8re?", nullptr, 1, [](GtkDialog* box) {
-        EXPECT_EQ(TextProperty(box, "text"), "S\u00F8k");
-        EXPECT_EQ(TextProperty(box, "secondary-text"), "Kj\u00F8re?");
-    });
-}
-
-TEST(StandardAlert, TakesTextsAsTheyStand) {
-    Show("100 %s <b>", "a_b & %d", nullptr, 1, [](GtkDialog* box) {
-        EXPECT_EQ(TextProperty(box, "text"), "100 %s <b>");
-        EXPECT_EQ(TextProperty(box, "secondary-text"), "a_b & %d");
-        EXPECT_STREQ(gtk_label_get_text(MainLabel(box)), "100 %s <b>");
-    });
 }
 
 TEST(StandardAlert, ShowsLongTextsWhole) {

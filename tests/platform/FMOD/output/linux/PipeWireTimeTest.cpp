@@ -29,59 +29,36 @@ static void ExpectUnknown(const pw_time& time) {
     EXPECT_EQ(ReportOf(time, written, now).playedFrames, sound::unknownPosition);
 }
 
-TEST(PipeWireTime, HasHeardAllThatWasWrittenWhenNothingIsOnItsWay) {
-    const PlayReport report = ReportOf(TimeOf(44100), written, now);
+TEST(PipeWireTime, HasHeardWhatWasWrittenLessWhatIsOnItsWay) {
+    constexpr std::int64_t year = std::int64_t{365} * 24 * 3600 * sound::outputRateHz;
+    const struct {
+        const char* what;
+        spa_fraction rate;
+        std::uint64_t queued, buffered;
+        std::int64_t delay, written, played;
+    } cases[] = {
+        {"nothing on its way", {1, 44100}, 0, 0, 0, written, written},
+        {"queued and buffered", {1, 44100}, 2048, 32, 0, written, written - 2080},
+        {"delay at 44.1 kHz", {1, 44100}, 0, 0, 8820, written, written - 8820},
+        {"delay at 48 kHz", {1, 48000}, 0, 0, 9600, written, written - 8820},
+        {"delay at 96 kHz", {1, 96000}, 0, 0, 19'200, written, written - 8820},
+        {"delay at 192 kHz", {1, 192'000}, 0, 0, 38'400, written, written - 8820},
+        {"0.92 frames of delay", {1, 48000}, 0, 0, 1, written, written - 1},
+        {"a time base that is no sample", {3, 1000}, 0, 0, 100, written, written - 13'230},
+        // A listener may have told the system that a loudspeaker is earlier than it says.
+        {"delay below zero", {1, 48000}, 0, 0, -4800, written, written + 4410},
+        {"the first frame not heard yet", {1, 44100}, 0, 32, 8820, 2048, 2048 - 8852},
+        {"a year of playing", {1, 48000}, 0, 0, 480, year, year - 441},
+    };
+    for (const auto& each : cases) {
+        pw_time time = TimeOf(48000);
+        time.rate = each.rate;
+        time.queued = each.queued;
+        time.buffered = each.buffered;
+        time.delay = each.delay;
 
-    EXPECT_EQ(report.playedFrames, written);
-    EXPECT_EQ(report.ns, now);
-}
-
-TEST(PipeWireTime, TakesOffWhatIsQueuedAndBuffered) {
-    pw_time time = TimeOf(44100);
-    time.queued = 2048;
-    time.buffered = 32;
-
-    EXPECT_EQ(ReportOf(time, written, now).playedFrames, written - 2080);
-}
-
-TEST(PipeWireTime, TakesOffTheDelayInTheGraphsTime) {
-    for (const std::uint32_t rateHz : {44100U, 48000U, 96000U, 192000U}) {
-        pw_time time = TimeOf(rateHz);
-        time.delay = rateHz / 5;
-
-        EXPECT_EQ(ReportOf(time, written, now).playedFrames, written - 8820) << rateHz;
+        EXPECT_EQ(ReportOf(time, each.written, now).playedFrames, each.played) << each.what;
     }
-}
-
-TEST(PipeWireTime, RoundsTheDelayToTheNearestFrame) {
-    pw_time time = TimeOf(48000);
-    time.delay = 1; // 0.92 frames
-
-    EXPECT_EQ(ReportOf(time, written, now).playedFrames, written - 1);
-}
-
-TEST(PipeWireTime, KnowsATimeBaseThatIsNoSample) {
-    pw_time time = TimeOf(1000);
-    time.rate = {3, 1000};
-    time.delay = 100; // 300 ms
-
-    EXPECT_EQ(ReportOf(time, written, now).playedFrames, written - 13'230);
-}
-
-// A listener may have told the system that a loudspeaker is earlier than it says.
-TEST(PipeWireTime, FollowsADelayBelowZero) {
-    pw_time time = TimeOf(48000);
-    time.delay = -4800;
-
-    EXPECT_EQ(ReportOf(time, written, now).playedFrames, written + 4410);
-}
-
-TEST(PipeWireTime, IsBelowZeroUntilTheFirstFrameIsHeard) {
-    pw_time time = TimeOf(44100);
-    time.buffered = 32;
-    time.delay = 8820;
-
-    EXPECT_EQ(ReportOf(time, 2048, now).playedFrames, 2048 - 8852);
 }
 
 TEST(PipeWireTime, IsOfTheMomentOfTheReport) {
@@ -99,14 +76,6 @@ TEST(PipeWireTime, IsTheSameWhateverTheGraphsCounterSays) {
 
         EXPECT_EQ(ReportOf(time, written, now).playedFrames, written);
     }
-}
-
-TEST(PipeWireTime, IsExactAfterAYearOfPlaying) {
-    constexpr std::int64_t year = std::int64_t{365} * 24 * 3600 * sound::outputRateHz;
-    pw_time time = TimeOf(48000);
-    time.delay = 480;
-
-    EXPECT_EQ(ReportOf(time, year, now).playedFrames, year - 441);
 }
 
 TEST(PipeWireTime, IsUnknownBeforeTheFirstCycle) {
