@@ -3,12 +3,12 @@
 //
 // The file $FRAME_WATCH gets a line "viewport WIDTH HEIGHT" whenever it is another than before, and
 // a line "error 0x502" for each error.
+#include "Log.h"
+
 #include <GL/gl.h>
 #include <GL/glx.h>
 
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 
 #include <dlfcn.h>
 
@@ -16,19 +16,8 @@ namespace {
 
 using Viewport = std::array<GLint, 4>;
 
-std::FILE* OpenLog() {
-    const char* path = std::getenv("FRAME_WATCH");
-    std::FILE* log = path != nullptr ? std::fopen(path, "w") : nullptr;
-    if (log == nullptr) {
-        std::perror("FRAME_WATCH");
-        std::_Exit(2);
-    }
-    std::setvbuf(log, nullptr, _IOLBF, 0); // a test reads along
-    return log;
-}
-
 void WriteWhatIsNew() {
-    static std::FILE* const log = OpenLog();
+    static std::FILE* const log = OpenLog("FRAME_WATCH");
     static Viewport last{};
     for (GLenum error = glGetError(); error != GL_NO_ERROR; error = glGetError()) {
         std::fprintf(log, "error 0x%x\n", error);
