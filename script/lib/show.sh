@@ -206,6 +206,12 @@ expect_exit() {
     expect_equal "exit status" "$1" "$status"
 }
 
+# leave [SECONDS]: by Escape; it ends within so many.
+leave() {
+    headless_key Escape
+    expect_exit 0 "${1:-20}"
+}
+
 # show_processes: all that still run in a show's environment, which reaches whom the show starts.
 show_processes() {
     grep -lzFx "POSITION_LOG=$positions" /proc/[0-9]*/environ 2>/dev/null || :

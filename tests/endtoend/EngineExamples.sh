@@ -8,7 +8,6 @@ draws_something() {
 }
 
 EachDrawsSomething() {
-    start_display
     local name names document
     document=$(dirname "$0")/../../docs/engine.md
     mapfile -t names < <(sed -n 's/^<!-- example: \(.*\) -->$/\1/p' "$document")
@@ -18,14 +17,12 @@ EachDrawsSomething() {
         headless_launch "$PROGRAMS/engine-examples" "$name"
         headless_wait_active "My demo"
         headless_wait_until 20 "example $name to draw" draws_something
-        headless_key Escape
-        expect_exit 0
+        leave
         headless_forget_windows
     done
 }
 
 AlertBoxExampleAsks() {
-    start_display
     headless_launch "$PROGRAMS/engine-examples" AlertBox
     headless_wait_active "My demo"
     headless_key Return
@@ -35,4 +32,5 @@ AlertBoxExampleAsks() {
     expect_equal "answer" "full screen" "$(cat "$headless_out")"
 }
 
+start_display
 "$1"

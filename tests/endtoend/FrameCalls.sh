@@ -140,13 +140,11 @@ has_traced_frames() {
 }
 
 ThreeFramesIssueTheRequiredCalls() {
-    start_display
     launch apitrace trace -o "$headless_dir/show.trace" "$PROGRAMS/skovra-positions"
     answer Escape
     headless_wait_active "$title"
     headless_wait_until 30 "the frames to be traced" has_traced_frames
-    headless_key Escape
-    expect_exit 0
+    leave
     apitrace dump --color=never "$headless_dir/show.trace" >"$headless_dir/dump"
     local frame found
     for ((frame = first_frame; frame <= last_frame; frame++)); do
@@ -164,7 +162,6 @@ fetched_pages() {
 
 FramesAreDrawnInMemoryOnceFetched() {
     local frames pages
-    start_display
     open_in_window "$PROGRAMS/skovra-positions"
     wait_for_position 3000
     frames=$(wc -l <"$positions") pages=$(fetched_pages)
@@ -173,8 +170,8 @@ FramesAreDrawnInMemoryOnceFetched() {
     echo "$pages pages in $frames frames"
     ((frames > 0)) || fail "no frames"
     ((pages < 100 * frames)) || fail "$pages pages of memory for $frames frames"
-    headless_key Escape
-    expect_exit 0
+    leave
 }
 
+start_display
 "$1"

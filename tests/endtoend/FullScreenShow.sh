@@ -22,8 +22,7 @@ CoversTheScreenAndHidesTheCursor() {
     start_display
     open_full_screen "$PROGRAMS/skovra-positions"
     expect_covered_screen 1280 1024
-    headless_key Escape
-    expect_exit 0
+    leave
     expect_output
     expect_equal "cursor afterwards" visible "$("$PROGRAMS/cursor-state")"
 }
@@ -44,8 +43,7 @@ CoversTheScreenWithoutAWindowManager() {
     answer_by_mouse 3
     answer_by_mouse 2
     expect_covered_screen 1280 1024
-    headless_key Escape
-    expect_exit 0
+    leave
 }
 
 EndsByItselfOnARealServer() {

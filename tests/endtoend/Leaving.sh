@@ -4,32 +4,11 @@
 . "$(dirname "$0")/../../script/lib/show.sh"
 
 EscapeRightAfterTheWindowOpensLeaves() {
-    start_display
     open_in_window "$PROGRAMS/skovra"
-    headless_key Escape
-    expect_exit 0
-}
-
-EscapeInMidShowLeaves() {
-    start_display
-    open_in_window "$PROGRAMS/skovra-positions"
-    wait_for_position 4000
-    headless_key Escape
-    expect_exit 0
-    expect_output
-}
-
-EscapeInFullScreenLeaves() {
-    start_display
-    open_full_screen "$PROGRAMS/skovra-positions"
-    wait_for_position 1000
-    headless_key Escape
-    expect_exit 0
-    expect_output
+    leave
 }
 
 ClosingTheWindowLeaves() {
-    start_display
     open_in_window "$PROGRAMS/skovra-positions"
     wait_for_position 1000
     headless_key alt+F4 # the window manager's own key for closing a window
@@ -38,7 +17,6 @@ ClosingTheWindowLeaves() {
 }
 
 OtherKeysChangeNothing() {
-    start_display
     open_in_window "$PROGRAMS/skovra-positions"
     wait_for_position 500
     local window=$headless_window
@@ -46,9 +24,9 @@ OtherKeysChangeNothing() {
     wait_for_position 2500
     headless_has_ended "$headless_pid" && fail "a key other than Escape ended the show"
     expect_window "$window"
-    headless_key Escape
-    expect_exit 0
+    leave
     expect_output
 }
 
+start_display
 "$1"

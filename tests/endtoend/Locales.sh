@@ -23,7 +23,6 @@ BOXES
 }
 
 GermanChangesNothing() {
-    start_display
     localedef -i de_DE -f UTF-8 "$headless_dir/de_DE.UTF-8"
     export LOCPATH=$headless_dir
     expect_equal "a number where the locale counts" 1,5 "$(LC_ALL=de_DE.UTF-8 printf %.1f 1,5)"
@@ -31,13 +30,12 @@ GermanChangesNothing() {
 }
 
 AsciiChangesNothing() {
-    start_display
     expect_same_show C
 }
 
 AnUnknownLocaleChangesNothing() {
-    start_display
     expect_same_show xx_XX.UTF-8
 }
 
+start_display
 "$1"

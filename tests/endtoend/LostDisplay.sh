@@ -31,7 +31,6 @@ end_server() {
 }
 
 ServerKilledInAWindowedShow() {
-    start_display
     open_in_window "$PROGRAMS/skovra-positions"
     wait_for_position 500
     end_server KILL
@@ -39,7 +38,6 @@ ServerKilledInAWindowedShow() {
 }
 
 ServerEndedInAFullScreenShow() {
-    start_display
     open_full_screen "$PROGRAMS/skovra-positions"
     wait_for_position 500
     end_server TERM
@@ -47,7 +45,6 @@ ServerEndedInAFullScreenShow() {
 }
 
 ConnectionCutInMidShow() {
-    start_display
     open_in_window "$PROGRAMS/skovra-positions"
     wait_for_position 500
     xkill -id "$headless_window" >&2
@@ -55,7 +52,6 @@ ConnectionCutInMidShow() {
 }
 
 ServerKilledWhileABoxIsShown() {
-    start_display
     launch "$PROGRAMS/skovra"
     headless_wait_active "$title" 60
     end_server KILL
@@ -63,11 +59,11 @@ ServerKilledWhileABoxIsShown() {
 }
 
 ConnectionCutWhileABoxIsShown() {
-    start_display
     launch "$PROGRAMS/skovra"
     headless_wait_active "$title" 60
     xkill -id "$headless_window" >&2
     expect_end_in_box
 }
 
+start_display
 "$1"

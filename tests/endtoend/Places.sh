@@ -18,13 +18,11 @@ put_music_at() {
 }
 
 MusicWithAPathOf1023BytesIsPlayed() {
-    start_display
     put_music_at 1023
     expect_show "$folder/skovra-positions"
 }
 
 MusicWithAPathOf1024BytesIsNotFound() {
-    start_display
     put_music_at 1024
     launch "$folder/skovra-positions"
     expect_music_error 'WARNING: CFURLGetFileSystemRepresentation returned FALSE
@@ -33,7 +31,6 @@ FMOD error! (22) File not found. '
 
 # Deeper than any path can name.
 ProgramWithoutAPathFindsNoMusic() {
-    start_display
     local name i
     name=$(printf '%0200d' 0)
     cd "$headless_dir"
@@ -59,7 +56,6 @@ headless_at_exit() {
 }
 
 FoldersThatMayNotBeWrittenAreNotMissed() {
-    start_display
     copy_program
     own_home
     mkdir "$HOME"
@@ -72,7 +68,6 @@ FoldersThatMayNotBeWrittenAreNotMissed() {
 }
 
 AHomeFolderIsNotMissed() {
-    start_display
     own_home
     expect_show "$PROGRAMS/skovra-positions"
     unset HOME
@@ -82,7 +77,6 @@ AHomeFolderIsNotMissed() {
 
 # start_elsewhere: in a folder with resources that are not the program's.
 start_elsewhere() {
-    start_display
     copy_program
     mkdir -p "$headless_dir/elsewhere/resources"
     cp "$copy/resources/skovr.png" "$headless_dir/elsewhere/resources/synchtune.mp3"
@@ -106,4 +100,5 @@ StartedFromAFolderWithSpacesAndLettersPlays() {
     expect_show "$headless_dir/min søte % \"demo\" 日本/skovra-positions"
 }
 
+start_display
 "$1"

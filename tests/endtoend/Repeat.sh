@@ -41,8 +41,7 @@ start_and_leave() {
     shows+="$headless_pid "
     answer "$1"
     wait_for_position "$2"
-    headless_key Escape
-    expect_exit 0
+    leave
     expect_output
 }
 

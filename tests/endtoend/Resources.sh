@@ -44,8 +44,7 @@ expect_show_without() {
     open_in_window "${program[@]}"
     wait_for_position 300
     [ "$2" != skovr ] || expect_white_picture 300
-    headless_key Escape
-    expect_end 0
+    leave 60
     expect_output "${@:3}"
     expect_errors ${3:+"$(missing "$2.png")"} "$silence"
 }
@@ -78,46 +77,22 @@ start() {
     program=("$copy/skovra-positions")
 }
 
-MissingFilesAreTold() {
-    start
-    expect_file_needed rm "$not_found" "$warning"
-}
-
-LinksToNothingAreTold() {
-    start
-    expect_file_needed link_to_nothing "$not_found" "$warning"
-}
-
-EmptyFilesAreRefused() {
-    start
-    expect_file_needed empty "$bad_format"
-}
-
-FoldersAreRefused() {
-    start
-    expect_file_needed make_folder "$bad_file"
-}
+MissingFilesAreTold() { expect_file_needed rm "$not_found" "$warning"; }
+LinksToNothingAreTold() { expect_file_needed link_to_nothing "$not_found" "$warning"; }
+EmptyFilesAreRefused() { expect_file_needed empty "$bad_format"; }
+FoldersAreRefused() { expect_file_needed make_folder "$bad_file"; }
 
 FilesThatMayNotBeReadAreRefused() {
-    start
     spoil forbid skovr.png
     expect_forbidden cat "$copy/resources/skovr.png"
     program=("${without_privilege[@]}" "${program[@]}")
     expect_file_needed forbid "$bad_file"
 }
 
-FilesCutInTheMiddleAreBorne() {
-    start
-    expect_damage_borne cut_in_the_middle
-}
-
-GarbageAtTheBeginningIsBorne() {
-    start
-    expect_damage_borne garble
-}
+FilesCutInTheMiddleAreBorne() { expect_damage_borne cut_in_the_middle; }
+GarbageAtTheBeginningIsBorne() { expect_damage_borne garble; }
 
 MusicOfAnotherFormatIsRefused() {
-    start
     cp "$copy/resources/skovr.png" "$copy/resources/synchtune.mp3"
     launch "$copy/skovra"
     expect_music_error "$bad_format"
@@ -130,20 +105,17 @@ stands_still() {
 
 # The show ends by the music's position, which stays where the music has ended.
 MusicTooShortLeavesTheShowWaiting() {
-    start
     truncate -s 50000 "$copy/resources/synchtune.mp3"
     open_in_window "$copy/skovra-positions"
     wait_for_position 1000
     headless_wait_until 60 "the position to stand still" stands_still
-    headless_key Escape
-    expect_end 0
+    leave 60
     sed '/^Loading/,$d' "$headless_out" | cmp - <(expected_output | sed '/^Loading/,$d') ||
         fail "standard output differs"
     [[ $(tail -n 1 "$headless_out") =~ ^1+0+$ ]] || fail "the end of the music is not told"
 }
 
 PicturesOfNoUseAreWhite() {
-    start
     garble "$copy/resources/skovr.png"
     cut_in_the_middle "$copy/resources/credits.png"
     open_in_window "$copy/skovra-positions"
@@ -151,9 +123,9 @@ PicturesOfNoUseAreWhite() {
     expect_white_picture 5000
     wait_for_position 15500
     expect_white_picture 15500
-    headless_key Escape
-    expect_end 0
+    leave 60
     expect_output
 }
 
+start
 "$1"

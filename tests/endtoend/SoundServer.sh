@@ -4,17 +4,13 @@
 # shellcheck source=script/lib/show.sh
 . "$(dirname "$0")/../../script/lib/show.sh"
 
-start_PulseAudio() {
-    start_sound_server
-}
+start_PulseAudio() { start_sound_server; }
 
 kill_PulseAudio() {
     kill -KILL "$sound_server"
 }
 
-start_PipeWire() {
-    start_pipewire
-}
+start_PipeWire() { start_pipewire; }
 
 # With the daemon go all that are connected to it.
 kill_PipeWire() {
@@ -24,18 +20,12 @@ kill_PipeWire() {
     headless_stop "$pipewire_bus"
 }
 
-open_show() {
-    start_display
-    "start_$server"
-    open_in_window "$PROGRAMS/skovra-positions"
-}
-
 expect_heard() {
     show_is_heard || fail "the show does not play on the sound server"
 }
 
 PlaysThrough() {
-    open_show
+    open_in_window "$PROGRAMS/skovra-positions"
     wait_for_position 3000
     expect_heard
     expect_exit 0 90
@@ -45,7 +35,7 @@ PlaysThrough() {
 }
 
 GoesOnWithoutADead() {
-    open_show
+    open_in_window "$PROGRAMS/skovra-positions"
     wait_for_position 5000
     expect_heard
     "kill_$server"
@@ -57,7 +47,7 @@ GoesOnWithoutADead() {
 }
 
 IsHeardAgainOnAReturned() {
-    open_show
+    open_in_window "$PROGRAMS/skovra-positions"
     wait_for_position 5000
     "kill_$server"
     wait_for_position 8000
@@ -70,16 +60,12 @@ IsHeardAgainOnAReturned() {
 
 # The watch on what the output's callback does is libcallback-watch.so, see its source.
 KeepsTheRulesOfACallbackOf() {
-    local report
-    start_display
-    "start_$server"
-    report=$headless_dir/callbacks
+    local report=$headless_dir/callbacks
     open_in_window env "LD_PRELOAD=$PROGRAMS/libcallback-watch.so" "CALLBACK_WATCH=$report" \
         "$PROGRAMS/skovra-positions"
     wait_for_position 4000
     expect_heard
-    headless_key Escape
-    expect_exit 0
+    leave
     expect_output
     [ -s "$report" ] || fail "no callback was seen"
     expect_equal "lines of the report" 2 "$(wc -l <"$report")"
@@ -91,4 +77,6 @@ case $1 in
 *PipeWire) server=PipeWire library=pipewire ;;
 *) server=PulseAudio library=cubeb ;;
 esac
+start_display
+"start_$server"
 "${1%"$server"}"

@@ -25,8 +25,7 @@ play_with() {
     headless_wait_active "$title"
     wait_for_position 300
     expect_null "${@:2}"
-    headless_key Escape
-    expect_end 0
+    leave 60
 }
 
 AllClosedAreNotMissed() {

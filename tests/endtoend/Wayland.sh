@@ -26,10 +26,9 @@ has_the_keyboard() {
     [ "$(xdotool getactivewindow 2>/dev/null)" = "$1" ]
 }
 
-# leave: by Escape, and all is as it was.
-leave() {
-    headless_key Escape
-    expect_end 0
+# leave_as_before: by Escape, and all is as it was.
+leave_as_before() {
+    leave 60
     expect_output
     expect_errors "$silence"
     headless_wait_until 30 "the neighbour to have the keyboard again" has_the_keyboard "$neighbour"
@@ -67,7 +66,7 @@ in_a_window() {
     open_in_window "$copy/skovra-positions"
     expect_shown 30
     ! is_full_screen "$headless_window" || fail "the window is full screen"
-    leave
+    leave_as_before
 }
 
 # in_full_screen COMPOSITOR [OUTPUTS [SCALE]]
@@ -80,56 +79,21 @@ in_full_screen() {
     expect_shown 60
     expect_equal "size of the display" "$((1280 / scale)) $((1024 / scale))" \
         "$(headless_geometry "$headless_window" | cut -d ' ' -f 3-)"
-    leave
+    leave_as_before
 }
 
-SwayWindow() {
-    in_a_window sway
-}
-
-SwayFullScreen() {
-    in_full_screen sway
-}
-
-SwayFullScreenOnTwoOutputs() {
-    in_full_screen sway 2
-}
-
-SwayFullScreenOfScaleTwo() {
-    in_full_screen sway 1 2
-}
-
-WestonWindow() {
-    in_a_window weston
-}
-
-WestonFullScreen() {
-    in_full_screen weston
-}
-
-WestonFullScreenOnTwoOutputs() {
-    in_full_screen weston 2
-}
-
-KWinWindow() {
-    in_a_window kwin
-}
-
-KWinFullScreen() {
-    in_full_screen kwin
-}
-
-KWinFullScreenOnTwoOutputs() {
-    in_full_screen kwin 2
-}
-
-MutterWindow() {
-    in_a_window mutter
-}
-
-MutterFullScreen() {
-    in_full_screen mutter
-}
+SwayWindow() { in_a_window sway; }
+SwayFullScreen() { in_full_screen sway; }
+SwayFullScreenOnTwoOutputs() { in_full_screen sway 2; }
+SwayFullScreenOfScaleTwo() { in_full_screen sway 1 2; }
+WestonWindow() { in_a_window weston; }
+WestonFullScreen() { in_full_screen weston; }
+WestonFullScreenOnTwoOutputs() { in_full_screen weston 2; }
+KWinWindow() { in_a_window kwin; }
+KWinFullScreen() { in_full_screen kwin; }
+KWinFullScreenOnTwoOutputs() { in_full_screen kwin 2; }
+MutterWindow() { in_a_window mutter; }
+MutterFullScreen() { in_full_screen mutter; }
 
 # Two outputs of it keep the X server that it is nested in too busy to be looked at.
 MutterFullScreenOnTwoOutputs() {

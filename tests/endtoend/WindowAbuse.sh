@@ -30,7 +30,6 @@ expect_drawn_in() {
 AThousandSizesLeaveTheShowAsItIs() {
     local batch report size had=0
     echo "seed $seed"
-    start_display
     frames=$headless_dir/frames
     open_in_window env "LD_PRELOAD=$PROGRAMS/libwindow-abuse-watch.so" "FRAME_WATCH=$frames" \
         "$PROGRAMS/skovra-positions"
@@ -54,4 +53,5 @@ AThousandSizesLeaveTheShowAsItIs() {
     echo "$had sizes, frames drawn in $(grep -c '^viewport' "$frames") of them"
 }
 
+start_display
 "$1"

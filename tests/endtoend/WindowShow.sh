@@ -10,7 +10,6 @@ class_of() {
 
 RunsFromStartToFinish() {
     local class
-    start_display
     launch "$PROGRAMS/skovra-positions"
     headless_wait_active "$title" 60
     class=$(class_of "$headless_window")
@@ -38,7 +37,6 @@ expect_picture() {
 }
 
 ShowsTitleThenCreditsThenNoPicture() {
-    start_display
     copy_program
     paint_pictures
     open_in_window "$copy/skovra-positions"
@@ -50,4 +48,5 @@ ShowsTitleThenCreditsThenNoPicture() {
     expect_exit 0 30
 }
 
+start_display
 "$1"

@@ -124,9 +124,7 @@ UnderNohupItGoesOn() {
 }
 
 AShowThatFailsIsSaid() {
-    mkdir copy
-    cp "$recorder" copy
-    cp -r "$PROGRAMS/resources" copy
+    copy_recorder
     rm copy/resources/synchtune.mp3
     run 1 copy/skovra-record --wav show.wav
     expect_said "the show ended with an error; --trace"
@@ -137,9 +135,7 @@ AShowThatFailsIsSaid() {
 }
 
 MusicThatIsTooShortEndsTheRecording() {
-    mkdir copy
-    cp "$recorder" copy
-    cp -r "$PROGRAMS/resources" copy
+    copy_recorder
     ffmpeg -v error -y -t 3 -i "$PROGRAMS/resources/synchtune.mp3" copy/resources/synchtune.mp3
     run 1 copy/skovra-record --wav show.wav
     expect_said "its music is too short"

@@ -106,15 +106,11 @@ MkvIsWholeAndInStep() {
         "$(ffmpeg -v error -i sound.flac -f md5 -)"
 }
 
-WebmIsWholeAndInStep() {
-    WholeShow webm
-}
+WebmIsWholeAndInStep() { WholeShow webm; }
 
 ColoursAreThoseDrawn() {
     local colour seen
-    mkdir copy
-    cp "$recorder" copy
-    cp -r "$PROGRAMS/resources" copy
+    copy_recorder
     convert -size 64x32 xc:'#c02020' copy/resources/skovr.png
     convert -size 64x32 xc:'#20a0c0' copy/resources/credits.png
     run 0 copy/skovra-record --size $small show.mp4
@@ -181,8 +177,8 @@ LargePicturesAreRecorded() {
     run 0 "$recorder" --size 960x540 --still 5000=b.png
     convert a.png -resize 25% c.png
     local difference
-    difference=$(compare -metric MAE b.png c.png null: 2>&1 || :)
-    awk -v found="${difference%% *}" 'BEGIN { exit !(found < 1000) }' || fail "off by $difference"
+    difference=$(off b.png c.png || :)
+    awk -v found="$difference" 'BEGIN { exit !(found < 1000) }' || fail "off by $difference"
 }
 
 "$1"

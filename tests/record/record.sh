@@ -32,6 +32,13 @@ run() {
     expect_equal "exit status of ${*##*/}" "$expected" "$status"
 }
 
+# copy_recorder: with its resources, to tamper with, in copy/.
+copy_recorder() {
+    mkdir copy
+    cp "$recorder" copy
+    cp -r "$PROGRAMS/resources" copy
+}
+
 # expect_said TEXT: on standard error.
 expect_said() {
     grep -qF -- "$1" err || fail "'$1' is not said"

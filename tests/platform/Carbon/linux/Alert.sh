@@ -8,8 +8,8 @@ yes='question: created yes, run yes, item 1, 1.5'
 no='question: created yes, run yes, item 2, 1.5'
 noticed='notice: created yes, run yes, item 1, 1.5'
 
+# show_boxes KIND...: each of "notice", "question" or "pause", see ShowAlerts.cpp.
 show_boxes() {
-    start_display
     headless_launch "$PROGRAMS/show-alerts" "$@"
     headless_wait_active "$box"
 }
@@ -19,43 +19,36 @@ expect_answers() {
     expect_equal "answers" "$(printf '%s\n' "$@")" "$(cat "$headless_out")"
 }
 
-ReturnAnswersYes() {
-    show_boxes question
-    headless_key Return
-    expect_answers "$yes"
-}
-
-EscapeAnswersNo() {
-    show_boxes question
-    headless_key Escape
-    expect_answers "$no"
-}
-
 TabAndReturnAnswersNo() {
+    start_display
     show_boxes question
     headless_key Tab Return
     expect_answers "$no"
 }
 
 ClickOnNoAnswersNo() {
+    start_display
     show_boxes question
     press_button 1
     expect_answers "$no"
 }
 
 ClickOnYesAnswersYes() {
+    start_display
     show_boxes question
     press_button 3
     expect_answers "$yes"
 }
 
 ClosingTheBoxAnswersNo() {
+    start_display
     show_boxes question
     headless_key alt+F4
     expect_answers "$no"
 }
 
 ReturnEscapeAndClickDismissANotice() {
+    start_display
     show_boxes notice notice notice
     headless_key Return
     headless_wait_active "$box"
@@ -66,6 +59,7 @@ ReturnEscapeAndClickDismissANotice() {
 }
 
 BoxesFollowOneAnother() {
+    start_display
     show_boxes notice question question notice
     headless_key Return
     headless_wait_active "$box"
@@ -78,9 +72,16 @@ BoxesFollowOneAnother() {
 }
 
 BoxLeavesTheScreenOnceAnswered() {
+    start_display
     show_boxes notice pause
     headless_key Return
     headless_wait_gone "$headless_window"
+}
+
+expect_a_question_to_work() {
+    show_boxes question
+    headless_key Return
+    expect_answers "$yes"
 }
 
 expect_nothing_shown() {
@@ -106,10 +107,7 @@ CommaLocaleDoesNotReachTheProgramsNumbers() {
     localedef -i de_DE -f UTF-8 "$headless_dir/de_DE.UTF-8"
     export LOCPATH=$headless_dir LC_ALL=de_DE.UTF-8
     expect_equal "a number where the locale counts" "1,5" "$(bash -c 'printf %.1f 1,5')"
-    headless_launch "$PROGRAMS/show-alerts" question
-    headless_wait_active "$box"
-    headless_key Return
-    expect_answers "$yes"
+    expect_a_question_to_work
 }
 
 has_socket() {
@@ -125,19 +123,13 @@ WaylandDesktopStillGetsXBoxes() {
     headless_wait_until 10 "the mute compositor" has_socket
     unset GDK_BACKEND
     export WAYLAND_DISPLAY=$headless_dir/wayland
-    headless_launch "$PROGRAMS/show-alerts" question
-    headless_wait_active "$box"
-    headless_key Return
-    expect_answers "$yes"
+    expect_a_question_to_work
 }
 
 AnotherToolkitBackendAskedForStillGetsXBoxes() {
     start_display
     export GDK_BACKEND=wayland
-    headless_launch "$PROGRAMS/show-alerts" question
-    headless_wait_active "$box"
-    headless_key Return
-    expect_answers "$yes"
+    expect_a_question_to_work
 }
 
 "$1"

@@ -17,7 +17,7 @@ CoversTheScreen() {
     headless_wait_until 10 "the window to be full screen" is_full_screen || fail "it is not"
     expect_equal "window" "0 0 1280 1024" "$(headless_geometry "$headless_window")"
     expect_keys_arrive
-    expect_leaving
+    leave
 }
 
 CoversTheScreenWithoutAWindowManager() {
@@ -28,23 +28,17 @@ CoversTheScreenWithoutAWindowManager() {
     headless_wait_visible Skovra
     expect_equal "window" "0 0 1280 1024" "$(headless_geometry "$headless_window")"
     expect_keys_arrive
-    expect_leaving
+    leave
 }
 
-EndedByEscapeLeavesTheDesktopAsItWas() {
+same_desktop_after() {
     start_display
-    expect_same_desktop Escape
+    expect_same_desktop "$1"
 }
 
-EndedBySignalLeavesTheDesktopAsItWas() {
-    start_display
-    expect_same_desktop TERM
-}
-
-KilledLeavesTheDesktopAsItWas() {
-    start_display
-    expect_same_desktop KILL
-}
+EndedByEscapeLeavesTheDesktopAsItWas() { same_desktop_after Escape; }
+EndedBySignalLeavesTheDesktopAsItWas() { same_desktop_after TERM; }
+KilledLeavesTheDesktopAsItWas() { same_desktop_after KILL; }
 
 IsOnTheDisplayNamedAsAnArgument() {
     headless_begin
@@ -52,8 +46,7 @@ IsOnTheDisplayNamedAsAnArgument() {
     local named=$DISPLAY
     headless_start_xvfb 800x600x24
     fill_screen 'window 1024x768 at 0,0, cursor hidden' -display "$named"
-    DISPLAY=$named headless_key Escape
-    expect_exit 0
+    DISPLAY=$named leave
 }
 
 "$1"

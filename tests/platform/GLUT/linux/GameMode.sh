@@ -7,54 +7,33 @@
 what='game mode 1280x1024 at 0,0, cursor hidden'
 window='window 1280x1024 at 0,0, cursor hidden'
 
-start_server() {
-    headless_begin
-    headless_start_xorg 1280x1024 1024x768 || exit $?
-}
-
 CoversTheScreen() {
-    start_server
     headless_start_openbox
     fill_screen "$what"
     expect_blue 0 0 1279 0 0 1023 1279 1023
     expect_keys_arrive
-    expect_leaving
+    leave
 }
 
 CoversTheScreenWithoutAWindowManager() {
-    start_server
     fill_screen "$what"
     expect_blue 0 0 1279 0 0 1023 1279 1023
     expect_keys_arrive
-    expect_leaving
+    leave
 }
 
 IsOnTheDisplayNamedAsAnArgument() {
-    start_server
     local named=$DISPLAY
     headless_start_xvfb
     fill_screen "$what" -display "$named"
-    DISPLAY=$named headless_key Escape
-    expect_exit 0
+    DISPLAY=$named leave
 }
 
-EndedByEscapeLeavesTheDesktopAsItWas() {
-    start_server
-    expect_same_desktop Escape
-}
-
-EndedBySignalLeavesTheDesktopAsItWas() {
-    start_server
-    expect_same_desktop TERM
-}
-
-KilledLeavesTheDesktopAsItWas() {
-    start_server
-    expect_same_desktop KILL
-}
+EndedByEscapeLeavesTheDesktopAsItWas() { expect_same_desktop Escape; }
+EndedBySignalLeavesTheDesktopAsItWas() { expect_same_desktop TERM; }
+KilledLeavesTheDesktopAsItWas() { expect_same_desktop KILL; }
 
 IsNotEnteredOnTwoMonitors() {
-    start_server
     xrandr --addmode DUMMY1 1024x768
     xrandr --output DUMMY1 --mode 1024x768 --right-of DUMMY0
     what='window 2304x1024 at 0,0, cursor hidden'
@@ -62,7 +41,6 @@ IsNotEnteredOnTwoMonitors() {
 }
 
 IsNotEnteredOnOneMonitorDividedInTwo() {
-    start_server
     xrandr --setmonitor left 640/170x1024/270+0+0 DUMMY0 \
         --setmonitor right 640/170x1024/270+640+0 none >/dev/null
     what=$window
@@ -70,14 +48,12 @@ IsNotEnteredOnOneMonitorDividedInTwo() {
 }
 
 IsNotEnteredWhereTheScreenIsLargerThanTheMonitor() {
-    start_server
     xrandr --fb 1600x1200
     what='window 1600x1200 at 0,0, cursor hidden'
     expect_same_desktop TERM
 }
 
 KeepsAnotherRefreshRateThanTheServers() {
-    start_server
     xrandr --output DUMMY0 --mode 1280x1024 --rate 60
     expect_same_desktop TERM
     xrandr --verbose | grep -A 2 'current' | grep -q '60.02Hz' || fail "the rate is not 60 Hz"
@@ -85,7 +61,6 @@ KeepsAnotherRefreshRateThanTheServers() {
 
 # Until the monitors are next asked about, mode switching takes the rate before for the current one.
 IsNotEnteredWhereItWouldChangeTheRefreshRate() {
-    start_server
     xrandr --output DUMMY0 --mode 1280x1024 --rate 60
     fill_screen "$window"
 }
@@ -97,15 +72,15 @@ hold() {
 }
 
 IsNotEnteredWhileThePointerIsHeld() {
-    start_server
     hold pointer
     fill_screen "$window"
 }
 
 IsNotEnteredWhileTheKeyboardIsHeld() {
-    start_server
     hold keyboard
     fill_screen "$window"
 }
 
+headless_begin
+headless_start_xorg 1280x1024 1024x768 || exit $?
 "$1"

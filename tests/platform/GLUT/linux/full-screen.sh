@@ -47,11 +47,6 @@ expect_keys_arrive() {
     headless_wait_until 10 "the key to arrive" has_printed 'key a' || fail "no key arrived"
 }
 
-expect_leaving() {
-    headless_key Escape
-    expect_exit 0
-}
-
 # expect_same_desktop HOW: the desktop before, during and after the program, ended by a key's name
 # or a signal's; $what is what the program gets.
 expect_same_desktop() {
