@@ -112,6 +112,26 @@ std::string Lines(const ExpectedScene& scene) {
            doubles::Lines({"glColor3f(0, 0, 0)"});
 }
 
+std::string FrameLines(const ExpectedScene& scene) {
+    return doubles::Lines({
+               R"(FMOD::Channel::isPlaying())",
+               R"(print "1")",
+               R"(FMOD::Channel::getPosition(FMOD_TIMEUNIT_MS))",
+               R"(FMOD::System::getSpectrum(512, 0, FMOD_DSP_FFT_WINDOW_TRIANGLE))",
+               R"(glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT))",
+               R"(glMatrixMode(GL_MODELVIEW))",
+               R"(glLoadIdentity())",
+               R"(glEnable(GL_BLEND))",
+               R"(glEnable(GL_TEXTURE_2D))",
+               R"(glTranslatef(0, 0, -1100))",
+               R"(FMOD::System::getSpectrum(512, 0, FMOD_DSP_FFT_WINDOW_TRIANGLE))",
+               R"(FMOD::Channel::getPosition(FMOD_TIMEUNIT_MS))",
+               R"(glPushMatrix())",
+               R"(glTranslatef(0, 0, -200))",
+           }) +
+           Lines(scene) + doubles::Lines({"glPopMatrix()", "glutSwapBuffers()"});
+}
+
 doubles::Spectrum QuadraticSpectrum() {
     doubles::Spectrum spectrum;
     for (std::size_t band = 0; band < spectrum.size(); ++band) {

@@ -16,6 +16,10 @@ struct ExpectedScene {
 /// A whole Scene1, with a box as the loader makes it.
 std::string Lines(const ExpectedScene& scene);
 
+/// A whole frame with that scene, from the question whether the music plays on. Not the first,
+/// which loads before.
+std::string FrameLines(const ExpectedScene& scene);
+
 /// A spectrum in which all bands differ, as do the sums of any neighbouring ones:
 /// band b is b * b / 65536.
 doubles::Spectrum QuadraticSpectrum();

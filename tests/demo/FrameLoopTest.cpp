@@ -29,30 +29,6 @@ using testing::HasSubstr;
 constexpr unsigned int skovr = 2; // the second texture that is loaded
 constexpr unsigned int credits = 3;
 
-/// From the question whether the music plays to the scene.
-std::string FrameBeginning() {
-    return doubles::Lines({
-        R"(FMOD::Channel::isPlaying())",
-        R"(print "1")",
-        R"(FMOD::Channel::getPosition(FMOD_TIMEUNIT_MS))",
-        R"(FMOD::System::getSpectrum(512, 0, FMOD_DSP_FFT_WINDOW_TRIANGLE))",
-        R"(glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT))",
-        R"(glMatrixMode(GL_MODELVIEW))",
-        R"(glLoadIdentity())",
-        R"(glEnable(GL_BLEND))",
-        R"(glEnable(GL_TEXTURE_2D))",
-        R"(glTranslatef(0, 0, -1100))",
-        R"(FMOD::System::getSpectrum(512, 0, FMOD_DSP_FFT_WINDOW_TRIANGLE))",
-        R"(FMOD::Channel::getPosition(FMOD_TIMEUNIT_MS))",
-        R"(glPushMatrix())",
-        R"(glTranslatef(0, 0, -200))",
-    });
-}
-
-std::string FrameEnd() {
-    return doubles::Lines({"glPopMatrix()", "glutSwapBuffers()"});
-}
-
 class FrameLoopTest : public ShowFixture {
 protected:
     FrameLoopTest() {
@@ -81,10 +57,8 @@ TEST_F(FrameLoopTest, FirstFrameLoadsAndThenDraws) {
     delete kasse;
     loaded = 0;
     doubles::glpng.nextName = 1;
-    EXPECT_EQ(Frame(),
-              loading + FrameBeginning() +
-                  Lines(ExpectedScene{skovr, QuadraticSpectrum(), {0.1F, 0.2F, 0.3F}, 0.005F}) +
-                  FrameEnd());
+    EXPECT_EQ(Frame(), loading + FrameLines(ExpectedScene{
+                                     skovr, QuadraticSpectrum(), {0.1F, 0.2F, 0.3F}, 0.005F}));
 }
 
 TEST_F(FrameLoopTest, SecondFrameGoesStraightToTheShow) {
@@ -94,10 +68,8 @@ TEST_F(FrameLoopTest, SecondFrameGoesStraightToTheShow) {
     const float second = turned(first);
     EXPECT_EQ(
         FrameAt(15000),
-        FrameBeginning() +
-            Lines(ExpectedScene{
-                credits, {}, {first, second, turned(second)}, static_cast<float>(0.005F + 0.005)}) +
-            FrameEnd());
+        FrameLines(ExpectedScene{
+            credits, {}, {first, second, turned(second)}, static_cast<float>(0.005F + 0.005)}));
 }
 
 TEST_F(FrameLoopTest, LoaderRunsInTheFirstOfManyFramesOnly) {
