@@ -47,12 +47,10 @@ AnotherPressShowsMoreElectrons() {
     headless_key 3
     wait_for_change
     first=$last
-    headless_key 3
-    wait_for_change
-    headless_key 3
-    wait_for_change
-    headless_key 3
-    wait_for_change
+    for _ in 1 2 3; do
+        headless_key 3
+        wait_for_change
+    done
     expect_equal "after as many presses as there are rings" "$first" "$last"
 }
 
@@ -65,9 +63,7 @@ ArrowKeysTurnTheView() {
     expect_equal "turned there and back" "$first" "$last"
 }
 
-EscapeLeaves() {
-    leave
-}
+EscapeLeaves() { leave; }
 
 open_gallery
 "$1"

@@ -29,13 +29,8 @@ GermanChangesNothing() {
     expect_same_show de_DE.UTF-8
 }
 
-AsciiChangesNothing() {
-    expect_same_show C
-}
-
-AnUnknownLocaleChangesNothing() {
-    expect_same_show xx_XX.UTF-8
-}
+AsciiChangesNothing() { expect_same_show C; }
+AnUnknownLocaleChangesNothing() { expect_same_show xx_XX.UTF-8; }
 
 start_display
 "$1"

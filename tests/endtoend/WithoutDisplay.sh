@@ -12,16 +12,12 @@ expect_refusal() {
 }
 
 NoDisplayIsSaidAndEndsTheProgram() {
-    headless_begin
-    without_sound
     unset DISPLAY WAYLAND_DISPLAY
     expect_refusal "failed to open display ''"
 }
 
 # The name of a display that nobody serves is enough.
 OnlyWaylandIsSaidAndEndsTheProgram() {
-    headless_begin
-    without_sound
     unset DISPLAY
     export WAYLAND_DISPLAY=wayland-4711
     expect_refusal "failed to open display ''" \
@@ -29,28 +25,24 @@ OnlyWaylandIsSaidAndEndsTheProgram() {
 }
 
 UnreachableDisplayIsSaidAndEndsTheProgram() {
-    headless_begin
-    without_sound
     export DISPLAY=:4711
     expect_refusal "failed to open display ':4711'"
 }
 
 ForbiddenDisplayIsSaidAndEndsTheProgram() {
-    headless_begin
     # A key to any display, of which the program knows nothing.
     printf '\377\377\0\0\0\0\0\022MIT-MAGIC-COOKIE-1\0\0200123456789abcdef' >"$headless_dir/key"
     headless_start_xvfb 640x480x24 -auth "$headless_dir/key"
     export XAUTHORITY=/dev/null
-    without_sound
     expect_refusal "failed to open display '$DISPLAY'" \
         'Authorization required, but no authorization protocol specified' ''
 }
 
 DisplayWithoutOpenGLIsSaidAndEndsTheProgram() {
-    headless_begin
     headless_start_xvfb 1280x1024x24 -extension GLX
-    without_sound
     expect_refusal "OpenGL GLX extension not supported by display '$DISPLAY'"
 }
 
+headless_begin
+without_sound
 "$1"

@@ -60,12 +60,6 @@ TEST_F(TextureManagerTest, InfoIsThatOfTheFileLoadedLast) {
     EXPECT_EQ(manager.info.Alpha, 8U);
 }
 
-TEST_F(TextureManagerTest, LoadTextureStoresTheNameUnderTheKey) {
-    doubles::glpng.nextName = 12;
-    Load("skovr", "png", "title");
-    EXPECT_THAT(manager.textures, ElementsAre(Pair("title", 12)));
-}
-
 TEST_F(TextureManagerTest, MissingResourceWarnsAndStores0) {
     const std::string effects = EffectsOf([&] { manager.LoadTexture("absent", "png", "key"); });
     EXPECT_EQ(doubles::Only("print ", effects),

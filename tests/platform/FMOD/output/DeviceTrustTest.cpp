@@ -8,6 +8,7 @@
 #include <vector>
 
 using devices::Device;
+using devices::ExpectNear;
 using devices::ms;
 using sound::DeviceFeed;
 
@@ -166,6 +167,5 @@ TEST_F(DeviceTrust, RunsOnWhileTheDeviceCannotTellItsPosition) {
     }
 
     EXPECT_TRUE(timeline.IsSounding());
-    EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
-                static_cast<double>(sound::FramesIn(now)), 2.0);
+    ExpectNear(timeline.HeardFrames(now), sound::FramesIn(now), 2);
 }

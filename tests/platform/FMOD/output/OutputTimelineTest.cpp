@@ -11,6 +11,7 @@
 
 using devices::Counter;
 using devices::Device;
+using devices::ExpectNear;
 using devices::ms;
 using sound::DeviceFeed;
 using sound::OutputTimeline;
@@ -62,8 +63,7 @@ TEST_F(OutputTimelineTest, KeepsTimeBesideADeviceThatMisjudgesItForASecond) {
     device.misjudged = 220; // 5 ms
     device.RunUntil(now, 2000 * ms);
 
-    EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
-                static_cast<double>(sound::FramesIn(now)), 44.0);
+    ExpectNear(timeline.HeardFrames(now), sound::FramesIn(now), 44);
 }
 
 TEST_F(OutputTimelineTest, BelievesADeviceThatKnowsItsTimeAtOnce) {
@@ -79,8 +79,7 @@ TEST_F(OutputTimelineTest, BelievesADeviceThatKnowsItsTimeAtOnce) {
         device.Ask(441, now);
 
         const std::int64_t later = now + 100 * ms; // the clock never goes back
-        EXPECT_NEAR(static_cast<double>(own.HeardFrames(later)),
-                    static_cast<double>(sound::FramesIn(later) + moved), 1.0);
+        ExpectNear(own.HeardFrames(later), sound::FramesIn(later) + moved, 1);
     }
 }
 
@@ -97,8 +96,7 @@ TEST_F(OutputTimelineTest, HandsOverAtOnceAndInStepToADeviceThatKnowsItsTime) {
         int compared = 0;
         for (now = 500 * ms; now < 1000 * ms; now += 10 * ms) {
             own.AdvanceSilence(now);
-            EXPECT_NEAR(static_cast<double>(own.HeardFrames(now)),
-                        static_cast<double>(sound::FramesIn(now)), 1.0);
+            ExpectNear(own.HeardFrames(now), sound::FramesIn(now), 1);
 
             const std::int64_t reportedNs = now - 8 * ms;
             feed.Render(block.data(), 441, given - delay, reportedNs);
@@ -129,14 +127,12 @@ TEST_F(OutputTimelineTest, RunsOnThroughACycleThatComesALittleLate) {
                 feed.Render(block.data(), 882, given, due);
                 given += 882;
             }
-            EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(now)),
-                        static_cast<double>(sound::FramesIn(now)), 1.0);
+            ExpectNear(timeline.HeardFrames(now), sound::FramesIn(now), 1);
         }
     }
 
     for (const std::int64_t late : {10 * ms, 40 * ms}) {
-        EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(due + late)),
-                    static_cast<double>(sound::FramesIn(due + 10 * ms)), 1.0);
+        ExpectNear(timeline.HeardFrames(due + late), sound::FramesIn(due + 10 * ms), 1);
     }
 }
 
@@ -158,11 +154,9 @@ TEST_F(OutputTimelineTest, HandsOverToADeviceInStep) {
         std::int64_t compared = 0;
         for (; now < 3000 * ms; now += 10 * ms) {
             device.Ask(441, now);
-            EXPECT_NEAR(static_cast<double>(own.HeardFrames(now)),
-                        static_cast<double>(sound::FramesIn(now)), 1.0);
+            ExpectNear(own.HeardFrames(now), sound::FramesIn(now), 1);
             if (const std::int64_t sounding = device.Sounding(now); sounding != 0) {
-                EXPECT_NEAR(static_cast<double>(sounding - 1),
-                            static_cast<double>(own.HeardFrames(now)), 1.0);
+                ExpectNear(sounding - 1, own.HeardFrames(now), 1);
                 ++compared;
             }
         }
@@ -203,10 +197,8 @@ TEST_F(OutputTimelineTest, ReturnsToADeviceInStepAfterSilence) {
     }
 
     EXPECT_TRUE(timeline.IsSounding());
-    EXPECT_NEAR(static_cast<double>(last), static_cast<double>(sound::FramesIn(now - 10 * ms)),
-                2.0);
-    EXPECT_NEAR(static_cast<double>(second.Sounding(now - 10 * ms) - 1), static_cast<double>(last),
-                1.0);
+    ExpectNear(last, sound::FramesIn(now - 10 * ms), 2);
+    ExpectNear(second.Sounding(now - 10 * ms) - 1, last, 1);
 }
 
 TEST_F(OutputTimelineTest, FeedsASecondDeviceZerosWhileTheFirstPlays) {

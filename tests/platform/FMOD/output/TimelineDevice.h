@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <vector>
 
 namespace devices {
@@ -72,6 +73,10 @@ struct Device {
     std::int64_t misjudged = 0; ///< error of the reported position, in frames
     std::vector<std::int64_t> given;
 };
+
+inline void ExpectNear(std::int64_t found, std::int64_t expected, std::int64_t tolerance) {
+    EXPECT_LE(std::abs(found - expected), tolerance) << found << " instead of " << expected;
+}
 
 /// A timeline from 0 on that has no device yet.
 class TimelineFixture : public testing::Test {

@@ -18,6 +18,7 @@
 
 using devices::Calls;
 using devices::Counter;
+using devices::ExpectNear;
 using devices::script;
 using devices::ScriptedPipeWire;
 using sound::DeviceFeed;
@@ -196,9 +197,7 @@ TEST_F(PipeWireOutputTest, KeepsTheTimeThatTheGraphTells) {
         const auto first = static_cast<std::int64_t>(script.space[0]); // its number plus one
         if (timeline.IsSounding() && first > 0) {
             const std::int64_t heardNs = beginNs + ns + script.time.delay * 1'000'000'000 / 44100;
-            EXPECT_NEAR(static_cast<double>(timeline.HeardFrames(heardNs)),
-                        static_cast<double>(first - 1), 1.0)
-                << cycle;
+            ExpectNear(timeline.HeardFrames(heardNs), first - 1, 1);
             ++compared;
         }
         if (cycle == 60) {
