@@ -98,14 +98,11 @@ TEST(Scalar, QuadraticRootsLeaveOutTheRootOfTheDiscriminant) {
     EXPECT_EQ(Solve(1, 6, 5), Roots(-6, -3));
 }
 
-TEST(Scalar, QuadraticWithDiscriminant0HasNoRoots) {
+TEST(Scalar, QuadraticWithoutAPositiveDiscriminantHasNoRoots) {
     EXPECT_EQ(Solve(1, 2, 1), NoRoots());
     EXPECT_EQ(Solve(1, 0, 0), NoRoots());
     EXPECT_EQ(Solve(0, 0, 0), NoRoots());
-}
-
-TEST(Scalar, QuadraticWithNegativeDiscriminantHasNoRoots) {
-    EXPECT_EQ(Solve(1, 0, 1), NoRoots());
+    EXPECT_EQ(Solve(1, 0, 1), NoRoots()); // D < 0, as in the next
     EXPECT_EQ(Solve(-1, 3, -100), NoRoots());
 }
 
@@ -152,14 +149,11 @@ TEST(Scalar, QuadraticWithoutADividesByZero) {
     EXPECT_EQ(Solve(0, 0, infinityF), Roots(nanF, nanF)); // D is no number
 }
 
-TEST(Scalar, QuadraticOfNoNumbersHasRootsOfNoNumber) {
+TEST(Scalar, QuadraticOfNoNumbersHasTheRootsThatAAndBGive) {
     EXPECT_EQ(Solve(nanF, -3, 2), Roots(nanF, nanF));
     EXPECT_EQ(Solve(1, nanF, 2), Roots(nanF, nanF));
     EXPECT_EQ(Solve(nanF, nanF, nanF), Roots(nanF, nanF));
-}
-
-TEST(Scalar, QuadraticWhoseCIsNoNumberHasTheRootsOfAAndB) {
-    EXPECT_EQ(Solve(1, -3, nanF), Roots(3, 1.5F));
+    EXPECT_EQ(Solve(1, -3, nanF), Roots(3, 1.5F)); // those of a and b
 }
 
 TEST(Scalar, QuadraticOfInfinities) {

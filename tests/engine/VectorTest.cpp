@@ -87,11 +87,7 @@ TEST_F(VectorTest, CopyHasAllFiveFields) {
 
 TEST_F(VectorTest, LengthLeavesOutW) {
     EXPECT_EQ(Vector(3, 4, 0, 7).GetLength(), 5);
-    EXPECT_EQ(Vector(2, 3, 6, nan).GetLength(), 7);
-}
-
-TEST_F(VectorTest, LengthOfNegativesIsPositive) {
-    EXPECT_EQ(Vector(-2, -3, -6, 0).GetLength(), 7);
+    EXPECT_EQ(Vector(-2, 3, -6, nan).GetLength(), 7);
 }
 
 TEST_F(VectorTest, LengthAddsTheSquaresFromXToZ) {
@@ -118,15 +114,11 @@ double Angle(Vector a, Vector b) {
     return Vector::GetAngle(a, b);
 }
 
-TEST_F(VectorTest, AngleIsInRadians) {
-    EXPECT_EQ(Angle({1, 0, 0, 0}, {0, 1, 0, 0}), std::numbers::pi / 2);
+TEST_F(VectorTest, AngleIsInRadiansAndLeavesOutW) {
+    EXPECT_EQ(Angle({1, 0, 0, 5}, {0, 1, 0, 7}), std::numbers::pi / 2);
     EXPECT_EQ(Angle({1, 0, 0, 0}, {1, 0, 0, 0}), 0);
     EXPECT_EQ(Angle({0, 0, 2, 0}, {0, 0, -3, 0}), std::numbers::pi);
     EXPECT_DOUBLE_EQ(Angle({2, 0, 0, 0}, {3, 0, 3, 0}), std::numbers::pi / 4);
-}
-
-TEST_F(VectorTest, AngleLeavesOutW) {
-    EXPECT_EQ(Angle({1, 0, 0, 5}, {0, 1, 0, 7}), std::numbers::pi / 2);
 }
 
 TEST_F(VectorTest, AngleIsNotKeptWithinItsRange) {
@@ -173,21 +165,15 @@ TEST_F(VectorTest, GetNormalizedIsANewVectorWithoutW) {
     EXPECT_EQ(Of(vector), Numbers(3, -4, 12, 7));
 }
 
-TEST_F(VectorTest, ZeroVectorNormalizedIsNoNumber) {
-    Vector vector(0, 0, 0, 7);
-    EXPECT_EQ(Of(vector.GetNormalized()), Numbers(nan, nan, nan, 0));
-    EXPECT_EQ(Of(vector.Normalize()), Numbers(nan, nan, nan, 7));
-}
-
-TEST_F(VectorTest, InfiniteVectorNormalizedIsZeroAndNoNumber) {
-    Vector vector(1, infinity, -2, 7);
-    EXPECT_EQ(Of(vector.GetNormalized()), Numbers(0, nan, 0, 0));
-    EXPECT_EQ(Of(vector.Normalize()), Numbers(0, nan, 0, 7));
-}
-
-TEST_F(VectorTest, VectorWhoseSquaresVanishIsNormalizedToInfinity) {
-    Vector vector(1e-200, 0, -1e-200, 0);
-    EXPECT_EQ(Of(vector.GetNormalized()), Numbers(infinity, nan, -infinity, 0));
+TEST_F(VectorTest, ZeroAndInfiniteAndTinyVectorsAreNormalizedToWhatTheDivisionGives) {
+    Vector zero(0, 0, 0, 7);
+    EXPECT_EQ(Of(zero.GetNormalized()), Numbers(nan, nan, nan, 0));
+    EXPECT_EQ(Of(zero.Normalize()), Numbers(nan, nan, nan, 7));
+    Vector infinite(1, infinity, -2, 7);
+    EXPECT_EQ(Of(infinite.GetNormalized()), Numbers(0, nan, 0, 0));
+    EXPECT_EQ(Of(infinite.Normalize()), Numbers(0, nan, 0, 7));
+    Vector tiny(1e-200, 0, -1e-200, 0); // its squares vanish
+    EXPECT_EQ(Of(tiny.GetNormalized()), Numbers(infinity, nan, -infinity, 0));
 }
 
 TEST_F(VectorTest, NormalIsZeroWhateverTheVector) {
@@ -239,16 +225,12 @@ TEST_F(VectorTest, DividedByANumberWithoutW) {
     EXPECT_EQ(Of(vector), Numbers(49, -98, 24.5, 4));
 }
 
-TEST_F(VectorTest, DividedByZeroIsInfiniteOrNoNumber) {
+TEST_F(VectorTest, DividedByZeroOrInfinity) {
     Vector vector(1, -2, 0, 4);
     EXPECT_EQ(Of(vector / 0.0), Numbers(infinity, -infinity, nan, 0));
     EXPECT_EQ(Of(vector / -0.0), Numbers(-infinity, infinity, nan, 0));
-}
-
-TEST_F(VectorTest, DividedByInfinityIsZero) {
-    Vector vector(1, infinity, -3, 4);
-    EXPECT_EQ(Of(vector / infinity), Numbers(0, nan, 0, 0));
-    EXPECT_TRUE(std::signbit((vector / infinity).z));
+    EXPECT_EQ(Of(vector / infinity), Numbers(0, 0, 0, 0));
+    EXPECT_TRUE(std::signbit((vector / infinity).y));
 }
 
 TEST_F(VectorTest, SumHasNoW) {
@@ -311,15 +293,6 @@ TEST_F(VectorTest, DrawsALineFromTheOriginAndNothingElse) {
 TEST_F(VectorTest, DrawMultipliesInDoubleThenNarrows) {
     const std::string effects = EffectsOf([] { Vector(0x1p500, 1.0 / 3, 0, 0).Draw(0x1p-500); });
     EXPECT_EQ(doubles::Only("glVertex3f(1", effects), Lines({"glVertex3f(1, 0, 0)"}));
-}
-
-TEST_F(VectorTest, DrawsWithoutLengthToo) {
-    EXPECT_EQ(EffectsOf([] { Vector(1, 2, 3, 0).Draw(0); }), Lines({
-                                                                 "glBegin(GL_LINES)",
-                                                                 "glVertex3f(0, 0, 0)",
-                                                                 "glVertex3f(0, 0, 0)",
-                                                                 "glEnd()",
-                                                             }));
 }
 
 TEST_F(VectorTest, DrawsWhatIsTooLongAsInfinite) {

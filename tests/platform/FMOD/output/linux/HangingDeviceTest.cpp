@@ -146,11 +146,16 @@ const sound::PipeWireLibrary* sound::LoadPipeWire() {
     return nullptr;
 }
 
-static void RenderNothing(void*, float* block, std::int32_t frames) noexcept {
-    std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 0.0F);
+template <int sample>
+static void Render(void*, float* block, std::int32_t frames) noexcept {
+    std::fill_n(block, 2 * static_cast<std::int64_t>(frames), static_cast<float>(sample));
 }
 
-static void WaitForNothing(void*, std::int32_t) noexcept {}
+// An output of frames that all hold @p sample.
+template <int sample = 0>
+static sound::OutputHandle StartedOutput() {
+    return sound::StartOutput({nullptr, Render<sample>, [](void*, std::int32_t) noexcept {}});
+}
 
 static std::chrono::nanoseconds TakeSlept() {
     return std::exchange(slept, std::chrono::nanoseconds(0));
@@ -176,7 +181,7 @@ TEST_P(HangingDeviceTest, IsLeftToItselfAfter40Ms) {
     script::hangs = true;
     slept = {};
 
-    sound::OutputHandle output = sound::StartOutput({nullptr, RenderNothing, WaitForNothing});
+    sound::OutputHandle output = StartedOutput();
     const auto inStart = TakeSlept();
     script::contexts.wait(0);
     sound::AwaitDevice(*output);
@@ -199,10 +204,6 @@ INSTANTIATE_TEST_SUITE_P(EachCall, HangingDeviceTest,
                                          "cubeb_stream_stop", "cubeb_stream_destroy",
                                          "cubeb_destroy"),
                          [](const auto& operation) { return std::string(operation.param); });
-
-static sound::OutputHandle StartedOutput() {
-    return sound::StartOutput({nullptr, RenderNothing, WaitForNothing});
-}
 
 // Seen from here, what runs on when the process ends is no leak.
 sound::Output* outputLeftRunning = nullptr;
@@ -242,11 +243,7 @@ TEST(RefusedDevice, IsFollowedByTheNextKind) {
     EXPECT_EQ(tried, std::vector<std::string>({"pulse", "alsa", "pulse", "alsa"}));
 }
 
-static void RenderOnes(void*, float* block, std::int32_t frames) noexcept {
-    std::fill_n(block, 2 * static_cast<std::int64_t>(frames), 1.0F);
-}
-
-// The latest stream asks as it plays, until it is given what RenderOnes renders.
+// The latest stream asks as it plays, until it is given ones.
 static void AskUntilMusicComes() {
     std::vector<float> block(std::size_t{2} * 441);
     std::int64_t asked = 0;
@@ -264,7 +261,7 @@ TEST(OpenedDevice, IsAwaitedUntilItBegins) {
     constexpr std::chrono::milliseconds silentAtFirst{60};
     setenv("SKOVRA_SOUND", "pulse", 1);
     script::streamsEver = 0;
-    sound::OutputHandle output = sound::StartOutput({nullptr, RenderOnes, WaitForNothing});
+    sound::OutputHandle output = StartedOutput<1>();
     script::WaitFor(script::streamsEver, 1);
 
     const auto begin = std::chrono::steady_clock::now();
@@ -290,7 +287,7 @@ TEST(LostDevice, IsTriedAgainBeforeAnyOtherKind) {
     setenv("JACK_DEFAULT_SERVER", "nonexistent", 1);
     script::streamsEver = 0;
     script::startNs = sound::MonotonicNs();
-    sound::OutputHandle output = sound::StartOutput({nullptr, RenderOnes, WaitForNothing});
+    sound::OutputHandle output = StartedOutput<1>();
     script::WaitFor(script::streamsEver, 1);
     AskUntilMusicComes();
     TakeBackends();
