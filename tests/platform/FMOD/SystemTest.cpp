@@ -5,7 +5,12 @@
 #include <limits>
 #include <vector>
 
-class SystemTest : public SystemFixture {};
+using SystemTest = SystemFixture;
+
+class StartedSystemTest : public SystemFixture {
+protected:
+    StartedSystemTest() { Init(); }
+};
 
 TEST_F(SystemTest, OffersTheInterfaceVersionItDeclares) {
     unsigned int version = 0;
@@ -36,12 +41,6 @@ TEST_F(SystemTest, RefusesArgumentsOfInitOutOfTheirRange) {
     EXPECT_FALSE(script::IsStarted());
 }
 
-TEST_F(SystemTest, IsInitialisedOnce) {
-    Init();
-
-    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INITIALIZED);
-}
-
 TEST_F(SystemTest, DoesNothingBeforeInit) {
     FMOD::Sound* sound = nullptr;
     FMOD::Channel* channel = nullptr;
@@ -54,8 +53,11 @@ TEST_F(SystemTest, DoesNothingBeforeInit) {
               FMOD_ERR_UNINITIALIZED);
 }
 
-TEST_F(SystemTest, EndsItsOutputWithClose) {
-    Init();
+TEST_F(StartedSystemTest, IsInitialisedOnce) {
+    EXPECT_EQ(system->init(1, FMOD_INIT_NORMAL, nullptr), FMOD_ERR_INITIALIZED);
+}
+
+TEST_F(StartedSystemTest, EndsItsOutputWithClose) {
     Play(Open(Encoded()));
 
     EXPECT_EQ(system->close(), FMOD_OK);
@@ -64,8 +66,7 @@ TEST_F(SystemTest, EndsItsOutputWithClose) {
     EXPECT_EQ(system->update(), FMOD_ERR_UNINITIALIZED);
 }
 
-TEST_F(SystemTest, MayBeInitialisedAgainAfterClose) {
-    Init();
+TEST_F(StartedSystemTest, MayBeInitialisedAgainAfterClose) {
     ASSERT_EQ(system->close(), FMOD_OK);
 
     Init();
@@ -76,8 +77,7 @@ TEST_F(SystemTest, MayBeInitialisedAgainAfterClose) {
     EXPECT_EQ(Position(channel), 100U);
 }
 
-TEST_F(SystemTest, TellsApartWhyAFileCannotBeOpened) {
-    Init();
+TEST_F(StartedSystemTest, TellsApartWhyAFileCannotBeOpened) {
     files::WriteAll(folder.Path("text.mp3"), {'t', 'e', 'x', 't'});
 
     EXPECT_EQ(Create(folder.Path("nowhere.mp3")), FMOD_ERR_FILE_NOTFOUND);
@@ -86,8 +86,7 @@ TEST_F(SystemTest, TellsApartWhyAFileCannotBeOpened) {
     EXPECT_EQ(Create(folder.Path("text.mp3")), FMOD_ERR_FORMAT);
 }
 
-TEST_F(SystemTest, RefusesArgumentsOfCreateSoundOutOfTheirRange) {
-    Init();
+TEST_F(StartedSystemTest, RefusesArgumentsOfCreateSoundOutOfTheirRange) {
     const std::string path = Encoded();
     FMOD::Sound* sound = nullptr;
     int place = 0;
@@ -102,8 +101,7 @@ TEST_F(SystemTest, RefusesArgumentsOfCreateSoundOutOfTheirRange) {
     EXPECT_EQ(sound, nullptr);
 }
 
-TEST_F(SystemTest, RefusesArgumentsOfPlaySoundOutOfTheirRange) {
-    Init();
+TEST_F(StartedSystemTest, RefusesArgumentsOfPlaySoundOutOfTheirRange) {
     FMOD::Sound* sound = Open(Encoded());
     FMOD::Channel* channel = nullptr;
     int place = 0;
@@ -121,8 +119,7 @@ TEST_F(SystemTest, RefusesArgumentsOfPlaySoundOutOfTheirRange) {
     EXPECT_EQ(channel, nullptr);
 }
 
-TEST_F(SystemTest, GivesTheDeviceAMomentBeforeItPlays) {
-    Init();
+TEST_F(StartedSystemTest, GivesTheDeviceAMomentBeforeItPlays) {
     FMOD::Sound* sound = Open(Encoded());
     EXPECT_EQ(script::DevicesAwaited(), 0);
 
@@ -131,8 +128,7 @@ TEST_F(SystemTest, GivesTheDeviceAMomentBeforeItPlays) {
     EXPECT_EQ(script::DevicesAwaited(), 1);
 }
 
-TEST_F(SystemTest, PlaysAsManySoundsAsItHasChannels) {
-    Init();
+TEST_F(StartedSystemTest, PlaysAsManySoundsAsItHasChannels) {
     FMOD::Sound* low = Open(Encoded());
     files::EncodeMp3(folder.Path("high.mp3"), tone::Sine(44100.0, 2000.0, 2000.0, 0.25, 44100),
                      44100);
@@ -145,8 +141,7 @@ TEST_F(SystemTest, PlaysAsManySoundsAsItHasChannels) {
     EXPECT_NEAR(tone::Measure(left, 44100.0, 2000.0).amplitude, 0.25, 0.01);
 }
 
-TEST_F(SystemTest, TakesAChannelFromItsSoundWhenNoneIsFree) {
-    Init();
+TEST_F(StartedSystemTest, TakesAChannelFromItsSoundWhenNoneIsFree) {
     FMOD::Sound* first = Open(Encoded());
     FMOD::Sound* second = Open(Encoded());
     FMOD::Sound* third = Open(Encoded());
@@ -159,8 +154,7 @@ TEST_F(SystemTest, TakesAChannelFromItsSoundWhenNoneIsFree) {
     EXPECT_EQ(Position(taken), 0U);
 }
 
-TEST_F(SystemTest, KeepsTheMixWithinFullScale) {
-    Init();
+TEST_F(StartedSystemTest, KeepsTheMixWithinFullScale) {
     const auto loud = tone::Sine(44100.0, 441.0, 441.0, 0.9, 44100);
     files::EncodeMp3(folder.Path("loud.mp3"), loud, 44100);
     Play(Open(folder.Path("loud.mp3")));
@@ -172,8 +166,7 @@ TEST_F(SystemTest, KeepsTheMixWithinFullScale) {
     EXPECT_EQ(*std::min_element(mix.begin(), mix.end()), -1.0F);
 }
 
-TEST_F(SystemTest, FallsSilentWhenTheSoundIsReleased) {
-    Init();
+TEST_F(StartedSystemTest, FallsSilentWhenTheSoundIsReleased) {
     FMOD::Sound* sound = Open(Encoded());
     FMOD::Channel* channel = Play(sound);
     script::Pull(10000);
@@ -187,8 +180,7 @@ TEST_F(SystemTest, FallsSilentWhenTheSoundIsReleased) {
     EXPECT_EQ(position, 7U);
 }
 
-TEST_F(SystemTest, LeavesNothingToAskOfAChannelWhoseSoundIsReleased) {
-    Init();
+TEST_F(StartedSystemTest, LeavesNothingToAskOfAChannelWhoseSoundIsReleased) {
     FMOD::Sound* sound = Open(Encoded());
     FMOD::Channel* channel = Play(sound);
     ASSERT_EQ(sound->release(), FMOD_OK);
@@ -203,8 +195,7 @@ TEST_F(SystemTest, LeavesNothingToAskOfAChannelWhoseSoundIsReleased) {
     EXPECT_TRUE(answer);
 }
 
-TEST_F(SystemTest, PlaysSilenceWhenNothingPlays) {
-    Init();
+TEST_F(StartedSystemTest, PlaysSilenceWhenNothingPlays) {
     Open(Encoded());
 
     EXPECT_EQ(script::Pull(3000), std::vector<float>(6000, 0.0F));
