@@ -163,12 +163,9 @@ launch() {
 # answer KEY [SECONDS]: Return for full screen, Escape for a window; then the show's display is up. The
 # first box comes within so many seconds.
 answer() {
-    headless_wait_active "$title" "${2:-60}"
-    headless_key Return
-    headless_wait_active "$title"
-    headless_key "$1"
-    headless_wait_active "$title"
-    headless_key Return
+    headless_wait_active "$title" "${2:-60}" && headless_key Return &&
+        headless_wait_active "$title" && headless_key "$1" &&
+        headless_wait_active "$title" && headless_key Return
 }
 
 # press_button QUARTER: clicks at the lower edge of the box waited for last, where its buttons are,
