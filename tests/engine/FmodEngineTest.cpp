@@ -20,7 +20,7 @@ using doubles::Lines;
 using testing::Eq;
 using testing::ExitedWithCode;
 
-const std::string start = Lines({
+const std::string startLines = Lines({
     R"(CFBundleGetMainBundle())",
     R"(print "BasicInit - Initiated\n")",
     R"(FMOD::System_Create())",
@@ -28,7 +28,7 @@ const std::string start = Lines({
     R"(FMOD::System::init(1, 0, null))",
 });
 
-const std::string end = Lines({
+const std::string endLines = Lines({
     "FMOD::Sound::release()",
     "FMOD::System::close()",
     "FMOD::System::release()",
@@ -64,10 +64,7 @@ TEST_F(FmodEngineTest, NamedMusicStartsTheLibraryThenOpensItsResource) {
     std::unique_ptr<engine::FmodEngine> music;
     EXPECT_EQ(
         EffectsOf([&] { music = std::make_unique<engine::FmodEngine>("synchtune"); }),
-        start +
-            Lines({
-                R"(print "BasicInit - Completed\nAttempting to load file...")",
-            }) +
+        startLines + Lines({R"(print "BasicInit - Completed\nAttempting to load file...")"}) +
             doubles::LookupLines("synchtune", "mp3") +
             Lines({
                 R"(FMOD::System::createSound("/resources/synchtune.mp3", FMOD_CREATESTREAM | FMOD_SOFTWARE | FMOD_2D, null))",
@@ -79,14 +76,10 @@ TEST_F(FmodEngineTest, UnnamedMusicOpensMusicWithoutMessages) {
     std::unique_ptr<engine::FmodEngine> music;
     EXPECT_EQ(
         EffectsOf([&] { music = std::make_unique<engine::FmodEngine>(); }),
-        start +
-            Lines({
-                R"(print "BasicInit - Completed\n")",
-            }) +
+        startLines + Lines({R"(print "BasicInit - Completed\n")"}) +
             doubles::LookupLines("music", "mp3") +
-            Lines({
-                R"(FMOD::System::createSound("/resources/music.mp3", FMOD_CREATESTREAM | FMOD_SOFTWARE | FMOD_2D, null))",
-            }));
+            Lines(
+                {R"(FMOD::System::createSound("/resources/music.mp3", FMOD_CREATESTREAM | FMOD_SOFTWARE | FMOD_2D, null))"}));
 }
 
 TEST_F(FmodEngineTest, StartsStoppedAtVolume40WithoutAChannel) {
@@ -164,7 +157,7 @@ TEST_F(FmodEngineTest, OlderVersionGivesAWarningAndStartsAllTheSame) {
 
 TEST_F(FmodEngineTest, EndReleasesTheSoundThenClosesAndReleasesTheSystem) {
     auto music = Make();
-    EXPECT_EQ(EffectsOf([&] { music.reset(); }), end);
+    EXPECT_EQ(EffectsOf([&] { music.reset(); }), endLines);
 }
 
 TEST_F(FmodEngineTest, CheckErrorPassesOverSuccess) {
@@ -200,7 +193,7 @@ TEST_F(FmodEngineTest, AnyRefusalAtTheStartEndsTheProcessThere) {
     for (const auto& [operation, result, told] : refusals) {
         doubles::fmod.results = {{operation, static_cast<FMOD_RESULT>(result)}};
         EXPECT_EXIT(MakeNamed(), ExitedWithCode(255),
-                    Eq(UpTo(operation, start) +
+                    Eq(UpTo(operation, startLines) +
                        Lines({R"(print "FMOD error! )" + std::string(told) + R"(\n")"})));
     }
 }
@@ -209,7 +202,7 @@ TEST_F(FmodEngineTest, MissingMusicEndsTheProcessOnTheLineOfTheAttempt) {
     doubles::bundle.paths.clear();
     EXPECT_EXIT(
         MakeNamed(), ExitedWithCode(255),
-        Eq(start +
+        Eq(startLines +
            Lines({
                R"(print "BasicInit - Completed\nAttempting to load file...")",
                R"(CFStringCreateWithCString(kCFAllocatorDefault, "synchtune", kCFStringEncodingMacRoman))",
@@ -242,7 +235,7 @@ TEST_F(FmodEngineTest, AnyRefusalAtTheEndEndsTheProcessThere) {
         };
         EXPECT_EXIT(
             refuse(), ExitedWithCode(255),
-            Eq(UpTo(operation, end) +
+            Eq(UpTo(operation, endLines) +
                Lines({R"(print "FMOD error! (33) An invalid object handle was used. \n")"})));
     }
 }
