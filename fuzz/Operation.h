@@ -14,8 +14,8 @@ enum Operation : std::uint8_t {
     repeatPosition,
     hangDevice,
     failDevice,
-    lie,
-    lagBehind,
+    misreport,
+    underrun,
     // Of the library:
     play,
     releaseSound,

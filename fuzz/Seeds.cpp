@@ -93,14 +93,14 @@ static void MakeOperations(Numbered seeds) {
     seeds.Write(
         files::Joined({plays, {failDevice, 0, passTime, 90, openDevice, 99, passTime, 200}}));
     seeds.Write(files::Joined({plays,
-                               {hangDevice, 200, passTime, 255, passTime, 255, passTime, 255, lie,
-                                40, suspend, 60, passTime, 250}}));
+                               {hangDevice, 200, passTime, 255, passTime, 255, passTime, 255,
+                                misreport, 40, suspend, 60, passTime, 250}}));
     seeds.Write(files::Joined({plays,
-                               {play, 18, passTime, 140, releaseSound, 0, lagBehind, 1, passTime,
+                               {play, 18, passTime, 140, releaseSound, 0, underrun, 1, passTime,
                                 255, restart, 0, play, 0}}));
     // A graph whose cycles and way to the listener change, and a server that repeats itself.
-    seeds.Write({openGraph, 101, passTime,   60, play,     1,  passTime, 200, openGraph, 230,
-                 passTime,  255, hangDevice, 4,  passTime, 90, lie,      160, passTime,  255});
+    seeds.Write({openGraph, 101, passTime,   60, play,     1,  passTime,  200, openGraph, 230,
+                 passTime,  255, hangDevice, 4,  passTime, 90, misreport, 160, passTime,  255});
     seeds.Write(files::Joined({plays, {repeatPosition, 255, passTime, 255, passTime, 255}}));
     // To the end of the music, and from its beginning.
     Bytes whole = plays;

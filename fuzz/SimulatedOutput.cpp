@@ -36,7 +36,7 @@ struct Device {
     std::int64_t rateHz;
     std::int64_t openedNs;
     std::int64_t asked = 0;
-    std::int64_t lie = 0;
+    std::int64_t misreport = 0;
     std::int64_t repeatedFrames = 0;
     int hangsForMs = 0;
 
@@ -101,7 +101,8 @@ static void CloseDevice() {
 // Asks for @p frames; false: nothing more is given to it.
 static bool Ask(std::int32_t frames, std::int64_t played, std::int64_t reportedNs) {
     std::array<float, 2 * static_cast<std::size_t>(mostFrames)> block;
-    const bool wanted = device->feed.Render(block.data(), frames, played + device->lie, reportedNs);
+    const bool wanted =
+        device->feed.Render(block.data(), frames, played + device->misreport, reportedNs);
     device->asked += frames;
     EXPECT(std::all_of(block.begin(), block.begin() + 2 * std::ptrdiff_t{frames},
                        [](float sample) { return sample >= -1.0F && sample <= 1.0F; }));
@@ -257,8 +258,8 @@ void FailDevice() {
     ChangeDevice([](Device& changed) { changed.feed.Fail(); });
 }
 
-void LieBy(std::int64_t frames) {
-    ChangeDevice([=](Device& changed) { changed.lie = frames; });
+void MisreportBy(std::int64_t frames) {
+    ChangeDevice([=](Device& changed) { changed.misreport = frames; });
 }
 
 void LetDecoderLag(bool lag) {

@@ -32,7 +32,7 @@ void HangDevice(int ms);
 void FailDevice();
 
 /// The device reports a position that is off by @p frames (may be negative).
-void LieBy(std::int64_t frames);
+void MisreportBy(std::int64_t frames);
 
 /// Whether the decoder causes underruns, or is waited for.
 void LetDecoderLag(bool lag);

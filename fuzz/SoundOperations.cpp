@@ -1,5 +1,6 @@
-// Operations on the sound library in any order, while devices come, lie, hang and go: the answers
-// stay within their ranges, the music never steps back, and never runs ahead of what is heard.
+// Operations on the sound library in any order, while devices appear, hang, misreport and
+// disappear: results stay within their ranges, and the position never goes backwards nor ahead of
+// the sound.
 #include "Expect.h"
 #include "MemoryFile.h"
 #include "Operation.h"
@@ -90,8 +91,8 @@ private:
         case fuzz::failDevice:
             fuzz::FailDevice();
             break;
-        case fuzz::lie:
-            fuzz::LieBy(std::int64_t{100} * (argument - 128));
+        case fuzz::misreport:
+            fuzz::MisreportBy(std::int64_t{100} * (argument - 128));
             break;
         default:
             fuzz::LetDecoderLag(argument % 2 == 1);

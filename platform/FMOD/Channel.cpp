@@ -72,8 +72,8 @@ FMOD_RESULT Channel::isPlaying(bool* playing) {
         return FMOD_ERR_INVALID_PARAM;
     }
     const MusicTime::Moment heard = self.Heard();
-    *playing = !MusicTime::IsOver(heard.course);
-    return heard.course == MusicTime::Course::Broken ? FMOD_ERR_FILE_BAD : FMOD_OK;
+    *playing = !MusicTime::IsOver(heard.state);
+    return heard.state == MusicTime::State::Broken ? FMOD_ERR_FILE_BAD : FMOD_OK;
 }
 
 FMOD_RESULT Channel::getPosition(unsigned int* position, FMOD_TIMEUNIT unit) {
@@ -88,7 +88,7 @@ FMOD_RESULT Channel::getPosition(unsigned int* position, FMOD_TIMEUNIT unit) {
     // To the nearest: rounded down, the clock would be half a millisecond late on average.
     *position = static_cast<unsigned int>((heard.musicFrame * 1000 + sound::outputRateHz / 2) /
                                           sound::outputRateHz);
-    return heard.course == MusicTime::Course::Broken ? FMOD_ERR_FILE_BAD : FMOD_OK;
+    return heard.state == MusicTime::State::Broken ? FMOD_ERR_FILE_BAD : FMOD_OK;
 }
 
 } // namespace FMOD

@@ -95,7 +95,7 @@ ChannelObject* SystemObject::FindChannel(int index) {
         return exists ? channels[static_cast<std::size_t>(index)].get() : nullptr;
     }
     for (const auto& channel : channels) {
-        if (channel->voice == nullptr || MusicTime::IsOver(channel->Heard().course)) {
+        if (channel->voice == nullptr || MusicTime::IsOver(channel->Heard().state)) {
             return channel.get();
         }
     }

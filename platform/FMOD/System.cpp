@@ -123,7 +123,7 @@ FMOD_RESULT System::getSpectrum(float* spectrum, int numValues, int channelOffse
     }
     const bool knownWindow =
         window == FMOD_DSP_FFT_WINDOW_RECT || window == FMOD_DSP_FFT_WINDOW_TRIANGLE;
-    if (spectrum == nullptr || !Spectrum::CanTell(numValues) || channelOffset < 0 ||
+    if (spectrum == nullptr || !Spectrum::CanAnalyse(numValues) || channelOffset < 0 ||
         channelOffset > 1 || !knownWindow) {
         return FMOD_ERR_INVALID_PARAM;
     }

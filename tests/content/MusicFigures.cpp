@@ -128,7 +128,7 @@ int UnseenKicks(const Frames& frames, const std::vector<double>& kicks) {
     return unseen;
 }
 
-void HoldHeights(Verdicts& verdicts, const Frames& frames) {
+void CheckHeights(Verdicts& verdicts, const Frames& frames) {
     const auto seen = BarsBetween(0.0, screenWidth);
     const auto middle = BarsBetween(screenWidth / 3, screenWidth * 2 / 3);
     std::vector<double> highest;
@@ -141,11 +141,11 @@ void HoldHeights(Verdicts& verdicts, const Frames& frames) {
         highest.push_back(most / screenLines * 100.0);
         middles.push_back(Mean(frame, middle));
     }
-    verdicts.Hold("highest bar, median, of the screen's height", Quantile(highest, 0.5), "%", 35,
-                  unbounded);
-    verdicts.Hold("highest bar, 95th percentile", Quantile(highest, 0.95), "%", 0, 110);
-    verdicts.Hold("middle third of the bars, mean in the median frame", Quantile(middles, 0.5),
-                  "px", 8, unbounded);
+    verdicts.Check("highest bar, median, of the screen's height", Quantile(highest, 0.5), "%", 35,
+                   unbounded);
+    verdicts.Check("highest bar, 95th percentile", Quantile(highest, 0.95), "%", 0, 110);
+    verdicts.Check("middle third of the bars, mean in the median frame", Quantile(middles, 0.5),
+                   "px", 8, unbounded);
 }
 
 std::vector<double> OpenAndOffBeatHats(const std::string& score) {
@@ -158,7 +158,7 @@ std::vector<double> OpenAndOffBeatHats(const std::string& score) {
     return hats;
 }
 
-void HoldStrokes(Verdicts& verdicts, const Frames& frames, const std::string& score) {
+void CheckStrokes(Verdicts& verdicts, const Frames& frames, const std::string& score) {
     const auto right = BarsBetween(screenWidth * 2 / 3, screenWidth);
     std::vector<double> rights;
     rights.reserve(frames.size());
@@ -169,26 +169,26 @@ void HoldStrokes(Verdicts& verdicts, const Frames& frames, const std::string& sc
     for (const double hat : OpenAndOffBeatHats(score)) {
         weakest = std::min(weakest, Highest(rights, FrameAt(hat), FrameAt(hat) + 3));
     }
-    verdicts.Hold("right third, mean, at the weakest open or off-beat hat", weakest, "px", 5,
-                  unbounded);
+    verdicts.Check("right third, mean, at the weakest open or off-beat hat", weakest, "px", 5,
+                   unbounded);
     const auto kicks = content::Strokes(score, {"Kick"});
-    verdicts.Hold("kicks not seen in the six bars at the left, of " + std::to_string(kicks.size()),
-                  UnseenKicks(frames, kicks), "", 0, 0);
+    verdicts.Check("kicks not seen in the six bars at the left, of " + std::to_string(kicks.size()),
+                   UnseenKicks(frames, kicks), "", 0, 0);
 }
 
-void HoldVariety(Verdicts& verdicts, const Frames& frames) {
-    verdicts.Hold("difference of the two seconds most alike",
-                  SmallestDifference(frames, framesPerSecond), "", 0.35, 1);
-    verdicts.Hold("difference of the two musical bars most alike",
-                  SmallestDifference(frames, framesPerBar), "", 0.35, 1);
+void CheckVariety(Verdicts& verdicts, const Frames& frames) {
+    verdicts.Check("difference of the two seconds most alike",
+                   SmallestDifference(frames, framesPerSecond), "", 0.35, 1);
+    verdicts.Check("difference of the two musical bars most alike",
+                   SmallestDifference(frames, framesPerBar), "", 0.35, 1);
     double largest = 0.0; // but where a section begins
     for (int bar = 1; bar < 16; ++bar) {
         largest = std::max(largest, bar == 8 ? 0.0 : ChangeAt(frames, bar * content::barSeconds));
     }
-    verdicts.Hold("change at 15 s, to the largest from bar to bar elsewhere",
-                  ChangeAt(frames, 15.0) / largest, "", 1.1, unbounded);
-    verdicts.Hold("change at 30 s, to the same", ChangeAt(frames, 30.0) / largest, "", 1.1,
-                  unbounded);
+    verdicts.Check("change at 15 s, to the largest from bar to bar elsewhere",
+                   ChangeAt(frames, 15.0) / largest, "", 1.1, unbounded);
+    verdicts.Check("change at 30 s, to the same", ChangeAt(frames, 30.0) / largest, "", 1.1,
+                   unbounded);
 }
 
 /// The loudest sample between two moments, of full scale.
@@ -208,26 +208,26 @@ double Decibels(double ratio) {
     return 20.0 * std::log10(std::max(ratio, 1e-9));
 }
 
-void HoldSamples(Verdicts& verdicts, const std::vector<float>& samples, const std::string& score) {
+void CheckSamples(Verdicts& verdicts, const std::vector<float>& samples, const std::string& score) {
     const double length = static_cast<double>(samples.size()) / 2.0 / content::sampleRateHz;
-    verdicts.Hold("length, without the encoder's padding", length, "s", 34, 38);
+    verdicts.Check("length, without the encoder's padding", length, "s", 34, 38);
     const auto first = std::find_if(samples.begin(), samples.end(),
                                     [](float sample) { return std::abs(sample) > 0.05F; });
-    verdicts.Hold("first beat",
-                  static_cast<double>(first - samples.begin()) / 2.0 / content::sampleRateHz * 1e3,
-                  "ms", 0, 5);
-    verdicts.Hold(
+    verdicts.Check("first beat",
+                   static_cast<double>(first - samples.begin()) / 2.0 / content::sampleRateHz * 1e3,
+                   "ms", 0, 5);
+    verdicts.Check(
         "clipped samples",
         static_cast<double>(std::count_if(samples.begin(), samples.end(),
                                           [](float sample) { return std::abs(sample) >= 0.999F; })),
         "", 0, 0);
-    verdicts.Hold("last stroke", content::Strokes(score, {"Kick"}).back(), "s", 30, 33);
-    verdicts.Hold("after 33 s, to the loudest from 30 s on",
-                  Decibels(Peak(samples, 33.0, 99.0) / Peak(samples, 30.0, 33.0)), "dB", -unbounded,
-                  -60);
+    verdicts.Check("last stroke", content::Strokes(score, {"Kick"}).back(), "s", 30, 33);
+    verdicts.Check("after 33 s, to the loudest from 30 s on",
+                   Decibels(Peak(samples, 33.0, 99.0) / Peak(samples, 30.0, 33.0)), "dB",
+                   -unbounded, -60);
 }
 
-void TellStereo(const std::vector<float>& samples) {
+void PrintStereo(const std::vector<float>& samples) {
     double left = 0.0;
     double right = 0.0;
     double both = 0.0;
@@ -236,18 +236,18 @@ void TellStereo(const std::vector<float>& samples) {
         right += static_cast<double>(samples[i + 1]) * samples[i + 1];
         both += static_cast<double>(samples[i]) * samples[i + 1];
     }
-    Verdicts::Tell("left to right", Decibels(std::sqrt(left / right)), "dB");
-    Verdicts::Tell("correlation of left and right", both / std::sqrt(left * right), "");
-    Verdicts::Tell("lost when played in mono",
-                   Decibels(std::sqrt((left + right + 2 * both) / 2 / (left + right))), "dB");
-    Verdicts::Tell("peak to mean",
-                   Decibels(Peak(samples, 0, 99) /
-                            std::sqrt((left + right) / static_cast<double>(samples.size()))),
-                   "dB");
+    Verdicts::Print("left to right", Decibels(std::sqrt(left / right)), "dB");
+    Verdicts::Print("correlation of left and right", both / std::sqrt(left * right), "");
+    Verdicts::Print("lost when played in mono",
+                    Decibels(std::sqrt((left + right + 2 * both) / 2 / (left + right))), "dB");
+    Verdicts::Print("peak to mean",
+                    Decibels(Peak(samples, 0, 99) /
+                             std::sqrt((left + right) / static_cast<double>(samples.size()))),
+                    "dB");
 }
 
 /// The heights of the bars stand for levels: their octaves from 15 to 30 s, a bar's mean of each.
-void TellBalance(const Frames& frames) {
+void PrintBalance(const Frames& frames) {
     double reference = 0.0;
     for (std::size_t from = 0, octave = 0; from < 255; from = 2 * from + 1, ++octave) {
         double power = 0.0;
@@ -258,8 +258,8 @@ void TellBalance(const Frames& frames) {
         }
         const double level = 10.0 * std::log10(power / static_cast<double>(from + 1));
         reference = octave == 0 ? level : reference;
-        Verdicts::Tell("density of the octave from " + std::to_string(86 * from + 43) + " Hz on",
-                       level - reference, "dB");
+        Verdicts::Print("density of the octave from " + std::to_string(86 * from + 43) + " Hz on",
+                        level - reference, "dB");
     }
 }
 
@@ -270,13 +270,13 @@ int Main(const std::string& music, const std::string& score, bool report) {
     std::cout.rdbuf(standardOutput);
 
     Verdicts verdicts;
-    HoldSamples(verdicts, performance.samples, score);
-    HoldHeights(verdicts, performance.frames);
-    HoldStrokes(verdicts, performance.frames, score);
-    HoldVariety(verdicts, performance.frames);
+    CheckSamples(verdicts, performance.samples, score);
+    CheckHeights(verdicts, performance.frames);
+    CheckStrokes(verdicts, performance.frames, score);
+    CheckVariety(verdicts, performance.frames);
     if (report) {
-        TellStereo(performance.samples);
-        TellBalance(performance.frames);
+        PrintStereo(performance.samples);
+        PrintBalance(performance.frames);
     }
     return verdicts.allPass ? 0 : 1;
 }

@@ -110,39 +110,40 @@ double Flicker(const Picture& picture) {
     return most;
 }
 
-void HoldPanorama(Verdicts& verdicts, const std::string& folder, const std::string& name) {
+void CheckPanorama(Verdicts& verdicts, const std::string& folder, const std::string& name) {
     const Picture picture = Read(folder + "/" + name + ".png");
     const auto width = static_cast<double>(picture.width);
-    verdicts.Hold(name + ", width", width, "px", 2048, 4096);
-    verdicts.Hold(name + ", width to height", width / static_cast<double>(picture.height), "", 1.72,
-                  1.745);
-    verdicts.Hold(name + ", step over the seam, to the steps beside it", Seam(picture), "", 0, 1.5);
-    verdicts.Hold(
+    verdicts.Check(name + ", width", width, "px", 2048, 4096);
+    verdicts.Check(name + ", width to height", width / static_cast<double>(picture.height), "",
+                   1.72, 1.745);
+    verdicts.Check(name + ", step over the seam, to the steps beside it", Seam(picture), "", 0,
+                   1.5);
+    verdicts.Check(
         name + ", green in the lower half",
         LowerHalf(picture,
                   [](const unsigned char* p) { return p[1] > p[0] + 16 && p[1] > p[2] + 16; }),
         "%", 0, 0.1);
-    verdicts.Hold(name + ", near white in the lower half",
-                  LowerHalf(picture, [](const unsigned char* p) { return Brightness(p) > 215; }),
-                  "%", 0, 0.3);
-    verdicts.Hold(name + ", change of a column's brightness in a frame", Flicker(picture), "/255",
-                  0, 40);
+    verdicts.Check(name + ", near white in the lower half",
+                   LowerHalf(picture, [](const unsigned char* p) { return Brightness(p) > 215; }),
+                   "%", 0, 0.3);
+    verdicts.Check(name + ", change of a column's brightness in a frame", Flicker(picture), "/255",
+                   0, 40);
 }
 
 int Main(const std::string& folder) {
     Verdicts verdicts;
-    HoldPanorama(verdicts, folder, "skovr");
-    HoldPanorama(verdicts, folder, "credits");
+    CheckPanorama(verdicts, folder, "skovr");
+    CheckPanorama(verdicts, folder, "credits");
     const Picture tile = Read(folder + "/texture.png");
-    verdicts.Hold("texture, width", static_cast<double>(tile.width), "px", 64, 512);
-    verdicts.Hold("texture, step over its upright seam", Seam(tile), "", 0, 1.5);
-    verdicts.Hold("texture, step over its level seam", Seam(Transposed(tile)), "", 0, 1.5);
+    verdicts.Check("texture, width", static_cast<double>(tile.width), "px", 64, 512);
+    verdicts.Check("texture, step over its upright seam", Seam(tile), "", 0, 1.5);
+    verdicts.Check("texture, step over its level seam", Seam(Transposed(tile)), "", 0, 1.5);
     double total = 0.0;
     for (const auto& file : std::filesystem::directory_iterator(folder)) {
         const auto type = file.path().extension();
         total += type == ".png" || type == ".mp3" ? static_cast<double>(file.file_size()) : 0.0;
     }
-    verdicts.Hold("music and pictures together", total / 1e6, "MB", 0, 4.5);
+    verdicts.Check("music and pictures together", total / 1e6, "MB", 0, 4.5);
     return verdicts.allPass ? 0 : 1;
 }
 

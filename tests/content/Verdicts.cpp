@@ -14,15 +14,15 @@ std::string Bound(double value) {
 
 } // namespace
 
-void Verdicts::Hold(const std::string& name, double value, const std::string& unit, double low,
-                    double high) {
+void Verdicts::Check(const std::string& name, double value, const std::string& unit, double low,
+                     double high) {
     const bool passes = value >= low && value <= high;
     allPass = allPass && passes;
     std::printf("%-10s  %-52s %10.3f %-5s [%s, %s]\n", passes ? "pass" : "fall short", name.c_str(),
                 value, unit.c_str(), Bound(low).c_str(), Bound(high).c_str());
 }
 
-void Verdicts::Tell(const std::string& name, double value, const std::string& unit) {
+void Verdicts::Print(const std::string& name, double value, const std::string& unit) {
     std::printf("%-10s  %-52s %10.3f %s\n", "", name.c_str(), value, unit.c_str());
 }
 

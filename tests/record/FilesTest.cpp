@@ -57,7 +57,7 @@ TEST_F(Files, UnfinishedOneHasItsNameOnlyOnceItIsKept) {
     UnfinishedFile file(Path("a"));
     Write(file.Path(), "whole");
     EXPECT_FALSE(fs::exists(Path("a")));
-    file.Keep();
+    file.Commit();
     EXPECT_EQ(Read(Path("a")), "whole");
     EXPECT_EQ(Count(), 1);
 }
@@ -76,7 +76,7 @@ TEST_F(Files, KeptOneTakesThePlaceOfTheFormer) {
     Write(Path("a"), "former");
     UnfinishedFile file(Path("a"));
     Write(file.Path(), "new");
-    file.Keep();
+    file.Commit();
     EXPECT_EQ(Read(Path("a")), "new");
 }
 

@@ -96,7 +96,7 @@ void Recording::WriteStills(std::int64_t ms) {
         if (pending.still.ms == ms) {
             For(pending.still.path, [&] {
                 WritePng(picture, pending.file.Path());
-                pending.file.Keep();
+                pending.file.Commit();
             });
         }
     }
@@ -110,7 +110,7 @@ void Recording::WriteFrame() {
         For(path, [&] {
             UnfinishedFile file(path);
             WritePng(picture, file.Path());
-            file.Keep();
+            file.Commit();
         });
     }
 }
@@ -127,13 +127,13 @@ void Recording::Finish() {
     if (sound) {
         For(options.wav, [this] {
             sound->wav.Finish();
-            sound->file.Keep();
+            sound->file.Commit();
         });
     }
     if (video) {
         For(options.video, [this] {
             video->encoder.Finish();
-            video->file.Keep();
+            video->file.Commit();
         });
     }
 }

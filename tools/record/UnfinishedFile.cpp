@@ -36,7 +36,7 @@ UnfinishedFile::~UnfinishedFile() {
     }
 }
 
-void UnfinishedFile::Keep() {
+void UnfinishedFile::Commit() {
     if (std::rename(path.c_str(), target.c_str()) != 0) {
         throw std::system_error(errno, std::generic_category());
     }

@@ -5,11 +5,11 @@
 
 namespace record {
 
-/// Written beside @p finalPath under another name until Keep; removed if that is never called.
+/// Written beside @p finalPath under another name until Commit; removed if that is never called.
 class UnfinishedFile {
 public:
-    /// Creates it, empty. This and Keep throw std::runtime_error, without the path in its text, if
-    /// it cannot be written, or if @p finalPath exists and is not a regular file.
+    /// Creates it, empty. This and Commit throw std::runtime_error, without the path in its text,
+    /// if it cannot be written, or if @p finalPath exists and is not a regular file.
     explicit UnfinishedFile(const std::string& finalPath);
     UnfinishedFile(const UnfinishedFile&) = delete;
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
@@ -19,11 +19,11 @@ public:
     const std::string& Path() const { return path; }
 
     /// Renames it to its final name, replacing an existing file.
-    void Keep();
+    void Commit();
 
 private:
     std::string target;
-    std::string path; // empty: kept
+    std::string path; // empty: committed
 };
 
 } // namespace record

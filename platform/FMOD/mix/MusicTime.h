@@ -11,20 +11,20 @@ namespace sound {
 /// Mark: one thread at a time, real-time. At: any thread. Neither blocks.
 class MusicTime {
 public:
-    enum class Course : int { Running, Halted, Ended, Broken };
+    enum class State : int { Running, Halted, Ended, Broken };
 
-    static constexpr bool IsOver(Course course) {
-        return course == Course::Ended || course == Course::Broken;
+    static constexpr bool IsOver(State state) {
+        return state == State::Ended || state == State::Broken;
     }
 
     struct Moment {
         std::int64_t musicFrame;
-        Course course;
+        State state;
     };
 
     /// From output frame @p outputFrame (never before the latest mark) on, the music plays from, or
     /// is halted at, @p musicFrame.
-    void Mark(std::int64_t outputFrame, std::int64_t musicFrame, Course course) noexcept;
+    void Mark(std::int64_t outputFrame, std::int64_t musicFrame, State state) noexcept;
 
     /// The music heard with @p outputFrame; halted at 0 before the first mark.
     Moment At(std::int64_t outputFrame) const noexcept;
@@ -33,7 +33,7 @@ private:
     struct Entry {
         std::atomic<std::int64_t> outputFrame{0};
         std::atomic<std::int64_t> musicFrame{0};
-        std::atomic<Course> course{Course::Halted};
+        std::atomic<State> state{State::Halted};
     };
     // More than the changes, at most two a block, in frames that are handed out but not heard yet.
     static constexpr std::uint32_t capacity = 256;

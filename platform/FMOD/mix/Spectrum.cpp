@@ -10,7 +10,7 @@
 
 namespace sound {
 
-bool Spectrum::CanTell(int wanted) {
+bool Spectrum::CanAnalyse(int wanted) {
     return wanted >= fewestBands && wanted <= mostBands &&
            std::has_single_bit(static_cast<unsigned int>(wanted));
 }

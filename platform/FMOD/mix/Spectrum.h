@@ -16,7 +16,7 @@ public:
     static constexpr int mostBands = 8192;
 
     /// Whether @p bands is a power of two from fewestBands to mostBands.
-    static bool CanTell(int bands);
+    static bool CanAnalyse(int bands);
 
     /// Where to put the 2 * @p bands samples to analyse. Throws std::bad_alloc; allocates only when
     /// the number changes.

@@ -13,7 +13,7 @@ static constexpr float largestGainStep = 1.0F / 512.0F;
 Voice::Voice(Stream& playedStream, bool startPaused) : stream(playedStream), paused(startPaused) {}
 
 void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) noexcept {
-    if (MusicTime::IsOver(course)) {
+    if (MusicTime::IsOver(state)) {
         return;
     }
     const float target = IsPaused() || IsMute() ? 0.0F : volume.load(std::memory_order_relaxed);
@@ -26,17 +26,17 @@ void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) 
     const auto got =
         static_cast<std::int32_t>(stream.Read(frames.data(), static_cast<std::size_t>(wanted)));
     if (got > 0) {
-        SetCourse(outputFrame, MusicTime::Course::Running);
+        SetState(outputFrame, MusicTime::State::Running);
     }
     AddTo(block, got, target);
     musicFrame += got;
     if (got < wanted && supply == Stream::Supply::Ended) {
-        SetCourse(outputFrame + got, MusicTime::Course::Ended);
+        SetState(outputFrame + got, MusicTime::State::Ended);
     } else if (got < wanted && supply == Stream::Supply::Broken) {
-        SetCourse(outputFrame + got, MusicTime::Course::Broken);
+        SetState(outputFrame + got, MusicTime::State::Broken);
     } else if (got < count) {
         underruns.fetch_add(got < wanted ? 1 : 0, std::memory_order_relaxed);
-        SetCourse(outputFrame + got, MusicTime::Course::Halted);
+        SetState(outputFrame + got, MusicTime::State::Halted);
     }
 }
 
@@ -61,15 +61,15 @@ std::int32_t Voice::FramesWanted(std::int32_t count, float target) const noexcep
     return std::min(count, static_cast<std::int32_t>(std::ceil(gain / largestGainStep)));
 }
 
-void Voice::SetCourse(std::int64_t outputFrame, MusicTime::Course next) noexcept {
-    if (next != course) {
-        course = next;
+void Voice::SetState(std::int64_t outputFrame, MusicTime::State next) noexcept {
+    if (next != state) {
+        state = next;
         time.Mark(outputFrame, musicFrame, next);
     }
 }
 
 void Voice::WaitUntilReady(std::int32_t count) {
-    if (!MusicTime::IsOver(course)) {
+    if (!MusicTime::IsOver(state)) {
         // A decoder that takes longer than this is not decoding any more.
         stream.WaitUntilReady(static_cast<std::size_t>(count), std::chrono::seconds(60));
     }

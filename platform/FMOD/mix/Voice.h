@@ -45,7 +45,7 @@ public:
 private:
     void AddTo(float* block, std::int32_t count, float target) noexcept;
     std::int32_t FramesWanted(std::int32_t count, float target) const noexcept;
-    void SetCourse(std::int64_t outputFrame, MusicTime::Course next) noexcept;
+    void SetState(std::int64_t outputFrame, MusicTime::State next) noexcept;
 
     Stream& stream;
     std::atomic<float> volume{1.0F};
@@ -58,7 +58,7 @@ private:
     std::array<float, 2 * std::size_t{longestBlock}> frames;
     float gain = 0.0F;
     std::int64_t musicFrame = 0; // the next one
-    MusicTime::Course course = MusicTime::Course::Halted;
+    MusicTime::State state = MusicTime::State::Halted;
 };
 
 } // namespace sound

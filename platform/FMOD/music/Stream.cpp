@@ -10,7 +10,7 @@ static constexpr std::size_t leastRoom = 4096;
 // The output callback does not notify the decode thread, which would be a system call: the decode
 // thread polls, once per quarter of the ring. More often costs more, because its code and data have
 // left the caches each time.
-static constexpr std::chrono::milliseconds patience{250};
+static constexpr std::chrono::milliseconds pollPeriod{250};
 
 FMOD_RESULT Stream::Open(const char* path, std::unique_ptr<Stream>& stream) {
     std::unique_ptr<Decoder> decoder;
@@ -73,7 +73,7 @@ void Stream::WaitUntilReady(std::size_t count, std::chrono::milliseconds limit) 
     waiting.fetch_sub(1);
 }
 
-void Stream::TellWaiting() {
+void Stream::NotifyWaiting() {
     // Adding 0 orders this after the write to the ring: a thread that began to wait unseen sees it.
     if (waiting.fetch_add(0) > 0) {
         const std::lock_guard<std::mutex> lock(mutex);
@@ -86,7 +86,7 @@ void Stream::TellWaiting() {
 void Stream::Run() {
     while (DecodeMore() && WriteAll()) {
     }
-    TellWaiting();
+    NotifyWaiting();
     std::unique_lock<std::mutex> lock(mutex);
     wake.wait(lock, [this] { return stopping; });
 }
@@ -114,10 +114,10 @@ bool Stream::WriteAll() {
         ring.Write(next, count);
         next += 2 * count;
         left -= count;
-        TellWaiting();
+        NotifyWaiting();
         std::unique_lock<std::mutex> lock(mutex);
         while (!stopping && left > 0 && ring.Free() < leastRoom) {
-            wake.wait_for(lock, patience);
+            wake.wait_for(lock, pollPeriod);
         }
         if (stopping || left == 0) {
             return !stopping;

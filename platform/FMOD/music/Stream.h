@@ -51,7 +51,7 @@ private:
     void Run();
     bool DecodeMore();
     bool WriteAll();
-    void TellWaiting();
+    void NotifyWaiting();
 
     std::unique_ptr<Decoder> decoder;
     std::vector<float> decoded; // on its way from the decoder to the ring

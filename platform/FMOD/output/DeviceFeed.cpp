@@ -16,7 +16,7 @@ static constexpr std::int64_t paceWindowNs = 1000 * millisecondNs;
 static constexpr std::int64_t burstFrames = outputRateHz / 2;
 
 // Frames that may be between the callback and the listener; a device that claims more is wrong.
-static constexpr std::int64_t longestWay = outputRateHz / 2;
+static constexpr std::int64_t longestLatency = outputRateHz / 2;
 
 // How long a device may be late. One with estimated positions has a buffer of 200 ms besides; one
 // with exact positions has a cycle, and recovers sooner than it could be reopened.
@@ -79,7 +79,7 @@ bool DeviceFeed::IsPacePlausible(std::int32_t frames, std::int64_t reportedNs) n
 // Whether its position has advanced in real time for a while. Some devices play nothing for seconds
 // after they were started; one with exact positions requests nothing until it plays.
 bool DeviceFeed::IsTrusted(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
-    if (playedFrames == unknownPosition || handedOut - playedFrames > longestWay) {
+    if (playedFrames == unknownPosition || handedOut - playedFrames > longestLatency) {
         return false;
     }
     if (reports == Reports::Exact) {

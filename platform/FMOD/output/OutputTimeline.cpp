@@ -6,7 +6,7 @@
 namespace sound {
 
 // Render-ahead of the silent output, so that a watchdog thread that is a little late does no harm.
-static constexpr std::int64_t silenceAhead = outputRateHz / 10;
+static constexpr std::int64_t renderAhead = outputRateHz / 10;
 
 OutputTimeline::OutputTimeline(const Source& played, std::int64_t nowNs) : source(played) {
     playHead.Publish(0, nowNs);
@@ -23,7 +23,7 @@ void OutputTimeline::AdvanceSilence(std::int64_t nowNs) noexcept {
         return;
     }
     if (!IsSounding() && !closed) {
-        Discard(playHead.Extrapolate(nowNs) + silenceAhead - handedOut.load());
+        Discard(playHead.Extrapolate(nowNs) + renderAhead - handedOut.load());
     }
     Leave();
 }
@@ -46,7 +46,7 @@ bool OutputTimeline::IsLost(std::int64_t nowNs) noexcept {
                             playHead.Extrapolate(nowNs) > handedOut.load() + graceFrames.load());
 }
 
-std::int64_t OutputTimeline::PatienceNs(std::int64_t nowNs) const noexcept {
+std::int64_t OutputTimeline::TimeUntilLostNs(std::int64_t nowNs) const noexcept {
     const std::int64_t frames = handedOut.load() + graceFrames.load() - playHead.Extrapolate(nowNs);
     return IsSounding() ? NsUntil(std::max<std::int64_t>(frames + 1, 0)) : 0;
 }

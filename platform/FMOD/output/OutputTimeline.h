@@ -40,7 +40,7 @@ public:
 
     /// Any thread: the time in ns after which the device that plays now counts as lost unless it
     /// requests more; 0 if none plays.
-    std::int64_t PatienceNs(std::int64_t nowNs) const noexcept;
+    std::int64_t TimeUntilLostNs(std::int64_t nowNs) const noexcept;
 
     /// Before @p feed is destroyed: silent output takes over if it is the one that plays.
     void Forget(const DeviceFeed& feed, std::int64_t nowNs) noexcept;

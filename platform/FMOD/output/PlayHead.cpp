@@ -18,8 +18,8 @@ static constexpr std::int64_t confirmationNs = 250'000'000;
 // A deviation is corrected by 0.5 ms a second, more than any device's clock drifts, or by an eighth
 // of itself if that is more; by half of itself if it is far, as reports that never agree are.
 static constexpr std::int64_t parts = 2000;
-static constexpr std::int64_t patienceNs = 8'000'000'000;
-static constexpr std::int64_t farPatienceNs = 2'000'000'000;
+static constexpr std::int64_t correctionNs = 8'000'000'000;
+static constexpr std::int64_t farCorrectionNs = 2'000'000'000;
 static constexpr std::int64_t longestStepNs = 100'000'000;
 
 void PlayHead::Publish(std::int64_t frames, std::int64_t nowNs) noexcept {
@@ -39,7 +39,7 @@ void PlayHead::Follow(std::int64_t frames, std::int64_t nowNs) noexcept {
     farBeginNs = far ? farBeginNs : never;
     const std::int64_t stepNs = std::min(nowNs - reportedNs, longestStepNs);
     const std::int64_t limit = std::max(stepNs / parts, std::abs(reported - begin) * stepNs /
-                                                            (far ? farPatienceNs : patienceNs));
+                                                            (far ? farCorrectionNs : correctionNs));
     beginNs.store(begin + std::clamp(reported - begin, -limit, limit), std::memory_order_relaxed);
     reportedNs = nowNs;
 }

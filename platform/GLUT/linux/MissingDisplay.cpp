@@ -20,7 +20,7 @@ void __wrap_glutInit(int* argumentCount, char** arguments) {
         std::fprintf(stderr, "%s: no X display answers; on Wayland it comes with Xwayland\n",
                      program_invocation_short_name);
         std::fflush(stdout); // GTK ends the process at once if the display is lost meanwhile
-        TellOfMissingX();
+        ReportMissingX();
     }
     __real_glutInit(argumentCount, arguments);
 }

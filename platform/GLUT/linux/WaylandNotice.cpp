@@ -4,7 +4,7 @@
 
 #include <cerrno>
 
-void TellOfMissingX() {
+void ReportMissingX() {
     gdk_set_allowed_backends("wayland");
     g_unsetenv("GDK_BACKEND"); // it would overrule that
     gtk_disable_setlocale();   // the program's output must not depend on the locale

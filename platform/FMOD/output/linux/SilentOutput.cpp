@@ -18,17 +18,17 @@ static constexpr std::chrono::milliseconds period{25};
 static constexpr std::chrono::milliseconds longestPeriod{100};
 
 // How long a device may neither play nor fail before the viewer is told.
-static constexpr int patientPeriods = 80;
+static constexpr int periodsUntilNotified = 80;
 
 // While a device plays, the only task is to notice in time that it is lost.
 static std::chrono::nanoseconds Pause(const OutputTimeline& timeline) {
-    const std::chrono::nanoseconds patience(timeline.PatienceNs(MonotonicNs()));
-    return std::clamp<std::chrono::nanoseconds>(patience, period, longestPeriod);
+    const std::chrono::nanoseconds untilLost(timeline.TimeUntilLostNs(MonotonicNs()));
+    return std::clamp<std::chrono::nanoseconds>(untilLost, period, longestPeriod);
 }
 
 static void Run(LiveOutput& output) {
     int silentPeriods = 0;
-    bool told = false;
+    bool notified = false;
     while (output.WaitFor(Pause(output.timeline), [] { return false; })) {
         const std::int64_t nowNs = MonotonicNs();
         if (output.timeline.FallSilentIfLost(nowNs)) {
@@ -39,12 +39,12 @@ static void Run(LiveOutput& output) {
         const bool silent =
             output.soundWanted && output.deviceWanted && !output.timeline.IsSounding();
         silentPeriods = silent ? silentPeriods + 1 : 0;
-        const bool tell = silent && (output.deviceFailed || silentPeriods > patientPeriods);
-        if (tell && !told) {
+        const bool notify = silent && (output.deviceFailed || silentPeriods > periodsUntilNotified);
+        if (notify && !notified) {
             std::fprintf(stderr, "%s: no sound device, playing silently\n",
                          program_invocation_short_name);
         }
-        told = silent && (told || tell);
+        notified = silent && (notified || notify);
     }
 }
 

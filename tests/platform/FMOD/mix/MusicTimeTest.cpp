@@ -7,61 +7,61 @@
 #include <thread>
 
 using sound::MusicTime;
-using Course = sound::MusicTime::Course;
+using State = sound::MusicTime::State;
 
 static void ExpectMoment(const MusicTime& time, std::int64_t outputFrame, std::int64_t musicFrame,
-                         Course course) {
+                         State state) {
     const MusicTime::Moment moment = time.At(outputFrame);
     EXPECT_EQ(moment.musicFrame, musicFrame) << "at output frame " << outputFrame;
-    EXPECT_EQ(moment.course, course) << "at output frame " << outputFrame;
+    EXPECT_EQ(moment.state, state) << "at output frame " << outputFrame;
 }
 
 TEST(MusicTime, HasNotBegunBeforeTheFirstMark) {
     MusicTime time;
-    ExpectMoment(time, 500, 0, Course::Halted);
+    ExpectMoment(time, 500, 0, State::Halted);
 
-    time.Mark(1000, 0, Course::Running);
-    ExpectMoment(time, 999, 0, Course::Halted);
+    time.Mark(1000, 0, State::Running);
+    ExpectMoment(time, 999, 0, State::Halted);
 }
 
 TEST(MusicTime, RunsFromItsMark) {
     MusicTime time;
-    time.Mark(1000, 0, Course::Running);
+    time.Mark(1000, 0, State::Running);
 
-    ExpectMoment(time, 1000, 0, Course::Running);
-    ExpectMoment(time, 1500, 500, Course::Running);
+    ExpectMoment(time, 1000, 0, State::Running);
+    ExpectMoment(time, 1500, 500, State::Running);
 }
 
 TEST(MusicTime, StandsStillWhileHaltedAndLosesNothing) {
     MusicTime time;
-    time.Mark(1000, 0, Course::Running);
-    time.Mark(1300, 300, Course::Halted);
-    time.Mark(2000, 300, Course::Running);
+    time.Mark(1000, 0, State::Running);
+    time.Mark(1300, 300, State::Halted);
+    time.Mark(2000, 300, State::Running);
 
-    ExpectMoment(time, 1299, 299, Course::Running);
-    ExpectMoment(time, 1300, 300, Course::Halted);
-    ExpectMoment(time, 1999, 300, Course::Halted);
-    ExpectMoment(time, 2000, 300, Course::Running);
-    ExpectMoment(time, 2001, 301, Course::Running);
+    ExpectMoment(time, 1299, 299, State::Running);
+    ExpectMoment(time, 1300, 300, State::Halted);
+    ExpectMoment(time, 1999, 300, State::Halted);
+    ExpectMoment(time, 2000, 300, State::Running);
+    ExpectMoment(time, 2001, 301, State::Running);
 }
 
 TEST(MusicTime, StaysAtTheLengthAfterTheEnd) {
     MusicTime time;
-    time.Mark(10, 0, Course::Running);
-    time.Mark(30, 20, Course::Ended);
+    time.Mark(10, 0, State::Running);
+    time.Mark(30, 20, State::Ended);
 
-    ExpectMoment(time, 29, 19, Course::Running);
-    ExpectMoment(time, 30, 20, Course::Ended);
-    ExpectMoment(time, 1000000, 20, Course::Ended);
+    ExpectMoment(time, 29, 19, State::Running);
+    ExpectMoment(time, 30, 20, State::Ended);
+    ExpectMoment(time, 1000000, 20, State::Ended);
 }
 
 TEST(MusicTime, AnswersTheOldestItKnowsForLongGone) {
     MusicTime time;
     for (std::int64_t i = 0; i < 1000; ++i) {
-        time.Mark(10 * i, i, Course::Halted);
+        time.Mark(10 * i, i, State::Halted);
     }
 
-    ExpectMoment(time, 9990, 999, Course::Halted);
+    ExpectMoment(time, 9990, 999, State::Halted);
     EXPECT_GE(time.At(0).musicFrame, 744);
     EXPECT_LE(time.At(0).musicFrame, 745);
 }
@@ -70,10 +70,10 @@ TEST(MusicTime, NeverMixesTwoMarks) {
     // Every mark lies on one line, so any mixture of two would lie elsewhere.
     MusicTime time;
     std::atomic<std::int64_t> marked{0};
-    time.Mark(7, 0, Course::Running);
+    time.Mark(7, 0, State::Running);
     std::thread output([&] {
         for (std::int64_t i = 1; i < 200000; ++i) {
-            time.Mark(7 + i, i, i % 2 == 0 ? Course::Running : Course::Halted);
+            time.Mark(7 + i, i, i % 2 == 0 ? State::Running : State::Halted);
             marked = i;
         }
     });
@@ -85,7 +85,7 @@ TEST(MusicTime, NeverMixesTwoMarks) {
         // A reader so slow that all it looked at was overwritten gets a later mark.
         wrong += moment.musicFrame < at ? 1 : 0;
         wrong += moment.musicFrame == at &&
-                         moment.course != (at % 2 == 0 ? Course::Running : Course::Halted)
+                         moment.state != (at % 2 == 0 ? State::Running : State::Halted)
                      ? 1
                      : 0;
     }

@@ -55,17 +55,17 @@ TEST_F(DeviceTrust, GoesOnSilentlyWhenTheDeviceAsksForNothingAnyMore) {
 }
 
 TEST_F(DeviceTrust, TellsWhenADeviceThatAsksForNothingMoreIsLost) {
-    EXPECT_EQ(timeline.PatienceNs(now), 0);
+    EXPECT_EQ(timeline.TimeUntilLostNs(now), 0);
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 1000 * ms);
 
-    const std::int64_t lostNs = now + timeline.PatienceNs(now);
+    const std::int64_t lostNs = now + timeline.TimeUntilLostNs(now);
 
     EXPECT_FALSE(timeline.FallSilentIfLost(lostNs - ms));
-    EXPECT_LT(timeline.PatienceNs(lostNs - ms), 2 * ms);
-    EXPECT_EQ(timeline.PatienceNs(lostNs + ms), 0);
+    EXPECT_LT(timeline.TimeUntilLostNs(lostNs - ms), 2 * ms);
+    EXPECT_EQ(timeline.TimeUntilLostNs(lostNs + ms), 0);
     EXPECT_TRUE(timeline.FallSilentIfLost(lostNs));
-    EXPECT_EQ(timeline.PatienceNs(lostNs), 0);
+    EXPECT_EQ(timeline.TimeUntilLostNs(lostNs), 0);
 }
 
 TEST_F(DeviceTrust, GivesALostDeviceNothingMore) {

@@ -60,7 +60,7 @@ TEST_F(OutputTimelineTest, KeepsTimeBesideADeviceThatMisjudgesItForASecond) {
     device.RunUntil(now, 1000 * ms);
     ASSERT_TRUE(timeline.IsSounding());
 
-    device.misjudged = 220; // 5 ms
+    device.positionError = 220; // 5 ms
     device.RunUntil(now, 2000 * ms);
 
     ExpectNear(timeline.HeardFrames(now), sound::FramesIn(now), 44);
@@ -75,7 +75,7 @@ TEST_F(OutputTimelineTest, BelievesADeviceThatKnowsItsTimeAtOnce) {
         device.RunUntil(now, 1000 * ms);
         ASSERT_TRUE(own.IsSounding());
 
-        device.misjudged = moved; // this one is right
+        device.positionError = moved; // this one is right
         device.Ask(441, now);
 
         const std::int64_t later = now + 100 * ms; // the clock never goes back

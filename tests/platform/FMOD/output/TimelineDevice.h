@@ -49,7 +49,7 @@ struct Device {
 
     bool Ask(std::int32_t frames, std::int64_t nowNs) {
         std::vector<float> block(2 * static_cast<std::size_t>(frames), -1.0F);
-        const bool wanted = feed.Render(block.data(), frames, Played(nowNs) + misjudged, nowNs);
+        const bool wanted = feed.Render(block.data(), frames, Played(nowNs) + positionError, nowNs);
         for (std::size_t i = 0; i < block.size(); i += 2) {
             given.push_back(static_cast<std::int64_t>(block[i]));
         }
@@ -70,7 +70,7 @@ struct Device {
 
     sound::DeviceFeed feed;
     std::int64_t startNs;
-    std::int64_t misjudged = 0; ///< error of the reported position, in frames
+    std::int64_t positionError = 0; ///< error of the reported position, in frames
     std::vector<std::int64_t> given;
 };
 

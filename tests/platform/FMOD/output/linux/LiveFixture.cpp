@@ -52,15 +52,15 @@ unsigned int LiveFixture::Position() {
 
 // The time of a look is only known to lie between just before it and just after it; leaps and halts
 // are measured by the bounds that hold however long this thread was kept from running.
-Course LiveFixture::Watch(unsigned int untilMs, const PrivateServer* server) {
-    Course course;
+Observation LiveFixture::Watch(unsigned int untilMs, const PrivateServer* server) {
+    Observation observed;
     bool playing = true;
     std::vector<float> spectrum(512);
     const auto beforeFirst = Clock::now();
-    course.firstPosition = Position();
+    observed.firstPosition = Position();
     const auto afterFirst = Clock::now();
     auto beforeLast = beforeFirst;
-    unsigned int last = course.firstPosition;
+    unsigned int last = observed.firstPosition;
     while (playing && last < untilMs) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
         Timed([&] { return channel->isPlaying(&playing); });
@@ -70,22 +70,22 @@ Course LiveFixture::Watch(unsigned int untilMs, const PrivateServer* server) {
         const auto after = Clock::now();
         looks.push_back({recordedFrames, position});
         const double moved = static_cast<double>(position) - last;
-        course.everBack = course.everBack || position < last;
-        course.differentPositions += position != last ? 1 : 0;
-        course.leapMs = std::max(course.leapMs, moved - Ms(after - beforeLast));
+        observed.wentBack = observed.wentBack || position < last;
+        observed.differentPositions += position != last ? 1 : 0;
+        observed.leapMs = std::max(observed.leapMs, moved - Ms(after - beforeLast));
         if (playing) {
-            course.behindMs = Ms(before - afterFirst) - (position - course.firstPosition);
+            observed.behindMs = Ms(before - afterFirst) - (position - observed.firstPosition);
         }
         Timed([&] {
             return system->getSpectrum(spectrum.data(), 512, 0, FMOD_DSP_FFT_WINDOW_TRIANGLE);
         });
-        course.strongest =
-            std::max(course.strongest, *std::max_element(spectrum.begin(), spectrum.end()));
+        observed.strongest =
+            std::max(observed.strongest, *std::max_element(spectrum.begin(), spectrum.end()));
         beforeLast = before;
         last = position;
     }
-    course.lastPosition = last;
-    return course;
+    observed.lastPosition = last;
+    return observed;
 }
 
 void LiveFixture::Release() {
@@ -95,13 +95,13 @@ void LiveFixture::Release() {
     }
 }
 
-void LiveFixture::ExpectRealTime(const std::string& when, const Course& course) {
-    RecordProperty(when + "LeapMs", std::to_string(course.leapMs));
-    RecordProperty(when + "BehindMs", std::to_string(course.behindMs));
-    EXPECT_FALSE(course.everBack) << when;
-    EXPECT_LT(course.leapMs, Ms(hang)) << when;
-    EXPECT_LT(course.behindMs, Ms(hang)) << when;
-    EXPECT_GT(course.differentPositions, 20U) << when;
+void LiveFixture::ExpectRealTime(const std::string& when, const Observation& observed) {
+    RecordProperty(when + "LeapMs", std::to_string(observed.leapMs));
+    RecordProperty(when + "BehindMs", std::to_string(observed.behindMs));
+    EXPECT_FALSE(observed.wentBack) << when;
+    EXPECT_LT(observed.leapMs, Ms(hang)) << when;
+    EXPECT_LT(observed.behindMs, Ms(hang)) << when;
+    EXPECT_GT(observed.differentPositions, 20U) << when;
 }
 
 // A busy machine only ever adds to the lag of what is recorded, so the least one counts.

@@ -20,11 +20,11 @@ inline const std::string silentNotice =
     std::string(program_invocation_short_name) + ": no sound device, playing silently\n";
 
 /// What was observed of a sound over a period.
-struct Course {
+struct Observation {
     unsigned int firstPosition = 0;
     unsigned int lastPosition = 0;
     unsigned int differentPositions = 0;
-    bool everBack = false;
+    bool wentBack = false;
     double leapMs = 0.0;    ///< the most by which it advanced more than real time between two looks
     double behindMs = 0.0;  ///< by how much it advanced less than real time, in total
     float strongest = 0.0F; ///< of all spectra
@@ -44,13 +44,13 @@ protected:
 
     /// Observes every few milliseconds until @p untilMs is reached or the sound is over. With
     /// @p server, which is recording, also for ExpectInStep later.
-    Course Watch(unsigned int untilMs, const PrivateServer* server = nullptr);
+    Observation Watch(unsigned int untilMs, const PrivateServer* server = nullptr);
 
     unsigned int Position();
     void Release();
 
     /// The music continued in real time; it may have halted until a lost device was noticed.
-    void ExpectRealTime(const std::string& when, const Course& course);
+    void ExpectRealTime(const std::string& when, const Observation& observed);
 
     /// From @p fromMs to @p toMs of the music, the observed positions match what @p server
     /// recorded. Ends the recording, and returns it.

@@ -21,13 +21,13 @@ TEST_F(LiveOutputTest, PlaysSilentlyToTheEndWithoutAnySoundSystem) {
     testing::internal::CaptureStderr();
 
     OpenAndPlay(2.0);
-    const Course course = Watch(10'000);
+    const Observation observed = Watch(10'000);
     Release();
 
     EXPECT_EQ(testing::internal::GetCapturedStderr(), silentNotice);
-    EXPECT_EQ(course.lastPosition, 2000U);
-    ExpectRealTime("silent", course);
-    EXPECT_NEAR(course.strongest, 0.45F, 0.06F); // the show's pictures move all the same
+    EXPECT_EQ(observed.lastPosition, 2000U);
+    ExpectRealTime("silent", observed);
+    EXPECT_NEAR(observed.strongest, 0.45F, 0.06F); // the show's pictures move all the same
 }
 
 TEST_F(LiveOutputTest, LeavesADeviceThatTakesAnyAmount) {
@@ -38,12 +38,12 @@ TEST_F(LiveOutputTest, LeavesADeviceThatTakesAnyAmount) {
 
     // The viewer is told after two seconds, or a few more on a busy machine.
     OpenAndPlay(10.0);
-    const Course course = Watch(20'000);
+    const Observation observed = Watch(20'000);
     Release();
 
     EXPECT_EQ(testing::internal::GetCapturedStderr(), silentNotice);
-    EXPECT_EQ(course.lastPosition, 10'000U);
-    ExpectRealTime("null", course);
+    EXPECT_EQ(observed.lastPosition, 10'000U);
+    ExpectRealTime("null", observed);
 }
 
 TEST_F(LiveOutputTest, EndsWithTheProcessWhileItPlays) {
@@ -69,11 +69,11 @@ INSTANTIATE_TEST_SUITE_P(EachServer, LiveServerTest, EachServer(), NameOf);
 
 TEST_P(LiveServerTest, IsHeardInStep) {
     OpenAndPlay(4.0);
-    const Course course = Watch(10'000, server.get());
+    const Observation observed = Watch(10'000, server.get());
     Release();
 
-    EXPECT_EQ(course.lastPosition, 4000U);
-    ExpectRealTime("heard", course);
+    EXPECT_EQ(observed.lastPosition, 4000U);
+    ExpectRealTime("heard", observed);
     const std::vector<float> recorded = ExpectInStep("heard", *server, 500, 3900);
     EXPECT_NEAR(*std::max_element(recorded.begin(), recorded.end()), 0.5F, 0.04F);
 }
