@@ -98,7 +98,7 @@ SaysWhichPackageIsMissing() {
     install_engine
     ! PKG_CONFIG_LIBDIR=$headless_dir cmake -G Ninja -S "$consumer" -B "$headless_dir/consumer" \
         "-DCMAKE_PREFIX_PATH=$prefix" >"$headless_dir/log" 2>&1 || fail "it is configured"
-    [[ $(tr -s ' \n' ' ' <"$headless_dir/log") == *"Skovra needs glib-2.0, which pkg-config does not find"* ]] ||
+    [[ $(tr -s ' \n' ' ' <"$headless_dir/log") == *"Skovra needs gtk+-3.0, which pkg-config does not find"* ]] ||
         fail "$(cat "$headless_dir/log")"
 }
 
