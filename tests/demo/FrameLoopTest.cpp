@@ -16,7 +16,6 @@
 
 #include <gmock/gmock.h>
 
-#include <optional>
 #include <string>
 
 namespace {

@@ -2,10 +2,8 @@
 #include "SystemFixture.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <random>
-#include <span>
 #include <string>
 #include <vector>
 

@@ -2,7 +2,6 @@
 #include "SystemFixture.h"
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 using SystemTest = SystemFixture;
