@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <limits>
 
-using sound::PlayReport;
 using sound::ReportOf;
 
 static constexpr std::int64_t ms = 1'000'000; // in ns
