@@ -92,13 +92,14 @@ protected:
         }
     }
 
-    // As much as is wanted of what can be decoded; behind that the output gets silence.
+    // As much as is wanted of what can be decoded; behind that the output gets silence, for which
+    // it only waits at the end: that there is no more is known a moment after the last frame.
     void PlayOn(int frames) {
         while (frames > 0) {
             const std::int64_t left = counted.available - counted.music;
             const int count =
                 left == 0 ? frames : static_cast<int>(std::min<std::int64_t>(frames, left));
-            if (left == 0) {
+            if (left == 0 && counted.available < length) {
                 script::PullAtOnce(count);
             } else {
                 script::Pull(count);
