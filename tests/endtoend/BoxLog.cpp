@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 
 // The names that the linker's --wrap gives to gtk_dialog_run and to its stand-in.
 extern "C" gint __real_gtk_dialog_run(GtkDialog* box);
@@ -28,20 +27,16 @@ void PrintCaption(GtkWidget* widget, void* log) {
     }
 }
 
-struct Closer {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 } // namespace
 
 gint __wrap_gtk_dialog_run(GtkDialog* box) {
     const char* path = std::getenv("BOX_LOG");
-    const std::unique_ptr<std::FILE, Closer> log(path != nullptr ? std::fopen(path, "a") : nullptr);
-    if (log) {
-        PrintText(log.get(), box, "text");
-        PrintText(log.get(), box, "secondary-text");
-        PrintCaption(GTK_WIDGET(box), log.get());
-        std::fputc('\n', log.get());
+    if (std::FILE* log = path != nullptr ? std::fopen(path, "a") : nullptr; log != nullptr) {
+        PrintText(log, box, "text");
+        PrintText(log, box, "secondary-text");
+        PrintCaption(GTK_WIDGET(box), log);
+        std::fputc('\n', log);
+        std::fclose(log);
     }
     return __real_gtk_dialog_run(box);
 }

@@ -84,8 +84,9 @@ public:
         sockaddr_un address = {};
         address.sun_family = AF_UNIX;
         std::strncpy(address.sun_path, path.c_str(), sizeof(address.sun_path) - 1);
-        EXPECT_EQ(bind(file, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
-        EXPECT_EQ(listen(file, 1), 0);
+        EXPECT_TRUE(file >= 0 &&
+                    bind(file, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0 &&
+                    listen(file, 1) == 0);
     }
     ListeningSocket(const ListeningSocket&) = delete;
     ListeningSocket& operator=(const ListeningSocket&) = delete;
