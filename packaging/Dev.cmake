@@ -17,8 +17,8 @@ install(TARGETS
         skovra_live skovra_live_platform pipewire_headers
         platform_Carbon_alerts platform_Carbon_cursor platform_CoreFoundation platform_FMOD
         platform_FMOD_decoder platform_FMOD_decoder_api platform_FMOD_mix platform_FMOD_music
-        platform_FMOD_output platform_FMOD_output_api platform_FMOD_timeline platform_GLUT platform_OpenGL platform_StandardStreams platform_glpng
-        platform_objc
+        platform_FMOD_output platform_FMOD_output_api platform_FMOD_timeline platform_GLUT
+        platform_OpenGL platform_StandardStreams platform_glpng platform_objc
     EXPORT SkovraTargets
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/skovra ${dev})
 set_target_properties(skovra_engine PROPERTIES EXPORT_NAME engine)
