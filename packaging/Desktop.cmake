@@ -14,11 +14,11 @@ foreach(size IN ITEMS 48 64 128 256)
         DESTINATION ${icons}/${size}x${size}/apps RENAME skovra.png)
 endforeach()
 
-# All that is installed and made first.
+# Builds everything that is installed.
 add_custom_target(installed)
 add_dependencies(installed ${programs})
 
-# install_compressed(FILE DESTINATION NAME): as FILE.gz, without a name or a time inside.
+# install_compressed(FILE DESTINATION NAME): as NAME.gz, without a name or a time inside.
 find_program(GZIP_PROGRAM gzip REQUIRED)
 function(install_compressed file destination name)
     set(compressed ${CMAKE_CURRENT_BINARY_DIR}/${name}.gz)
@@ -37,7 +37,7 @@ foreach(page IN ITEMS skovra.6 skovra-gallery.6 skovra-record.1)
         ${CMAKE_INSTALL_MANDIR}/man${section} ${page})
 endforeach()
 
-# The .deb, for the system that it is built on, which its version names: Debian's own would be 1.1.0-1.
+# The .deb is for the system that it is built on, which its version names: Debian's own would be 1.1.0-1.
 cmake_host_system_information(RESULT system QUERY DISTRIB_ID)
 cmake_host_system_information(RESULT system_version QUERY DISTRIB_VERSION_ID)
 cmake_host_system_information(RESULT suite QUERY DISTRIB_VERSION_CODENAME)
@@ -58,10 +58,9 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "ffmpeg, libpipewire-0.3-0t64 | libpipewire-0.3-0")
 set(CPACK_PACKAGE_DESCRIPTION
-"One piece of music and OpenGL scenes that follow what is heard at that
-moment, in a window or full screen, for thirty-three seconds. Without a
-sound device it plays silently, without a graphics card it is drawn by
-the processor.
+"One piece of music and OpenGL scenes in sync with it, in a window or full
+screen, for thirty-three seconds. Without a sound device it plays
+silently, without a graphics card it renders on the CPU.
 .
-With it come skovra-record, which makes a video of the show, and
-skovra-gallery, which shows what the show's engine draws.")
+The package includes skovra-record, which makes a video of the show, and
+skovra-gallery, which shows what the show's engine can draw.")
