@@ -20,7 +20,7 @@ set(ENV{PKG_CONFIG_LIBDIR}
 
 set(CMAKE_CROSSCOMPILING_EMULATOR qemu-aarch64-static -L ${system})
 
-# dpkg-shlibdeps looks for libraries and whose they are there, too.
+# dpkg-shlibdeps searches these, too, for libraries and the packages that own them.
 set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
     ${system}/usr/lib/${CMAKE_LIBRARY_ARCHITECTURE} ${system}/lib/${CMAKE_LIBRARY_ARCHITECTURE})

@@ -1,4 +1,4 @@
-# What is different between the packages; CPack reads it once for each.
+# The differences between the packages; CPack reads this file once for each.
 if(CPACK_GENERATOR STREQUAL "ZIP")
     string(REPLACE ";ALL;" ";portable;" CPACK_INSTALL_CMAKE_PROJECTS "${CPACK_INSTALL_CMAKE_PROJECTS}")
     set(CPACK_PACKAGING_INSTALL_PREFIX "")

@@ -5,7 +5,7 @@ set(portable COMPONENT portable EXCLUDE_FROM_ALL)
 install(TARGETS ${programs} DESTINATION . ${portable})
 install(FILES ${skovra_resource_files} DESTINATION resources ${portable})
 
-# Its system needs are filled in when it is bundled.
+# Bundle.cmake fills in the versions required.
 set(GLIBC @GLIBC@)
 set(GLIBCXX @GLIBCXX@)
 configure_file(skovra.nfo.in skovra.nfo @ONLY)

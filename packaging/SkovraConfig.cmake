@@ -3,7 +3,7 @@ include(CMakeFindDependencyMacro)
 foreach(package IN ITEMS GLUT OpenGL PNG PkgConfig Threads X11 cubeb)
     find_dependency(${package})
 endforeach()
-# By the names that the targets are linked by.
+# Under the names by which the targets link them.
 foreach(module IN ITEMS GTK3=gtk+-3.0 KISSFFT=kissfft-float MPG123=libmpg123 SOXR=soxr)
     string(REPLACE "=" ";" module ${module})
     list(GET module 0 name)

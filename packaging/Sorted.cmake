@@ -1,4 +1,4 @@
-# Packs a zip again: its files in the order of their names, whatever order the file system has.
+# Repacks a zip with its files in name order, whatever the order of the file system.
 set(ENV{TZ} UTC) # a zip knows local time only
 file(GLOB_RECURSE files LIST_DIRECTORIES false
     RELATIVE ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/.. ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*)

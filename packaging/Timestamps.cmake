@@ -1,4 +1,4 @@
-# Gives every file of a package the time that SOURCE_DATE_EPOCH names.
+# Sets the time of every file of a package to SOURCE_DATE_EPOCH.
 execute_process(
     COMMAND find ${CPACK_TEMPORARY_INSTALL_DIRECTORY} -exec
         touch --no-dereference --date=@$ENV{SOURCE_DATE_EPOCH} {} +
