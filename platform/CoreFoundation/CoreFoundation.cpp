@@ -51,7 +51,7 @@ std::optional<std::string> Encoded(const std::string& bytes, CFStringEncoding en
     }
 }
 
-/// Zero-terminated and whole, or not at all.
+/// Copies all of it, zero-terminated, or nothing.
 bool Copied(const std::string& bytes, char* buffer, CFIndex bufferSize) {
     if (buffer == nullptr || bufferSize <= 0 ||
         bytes.size() >= static_cast<std::size_t>(bufferSize)) {
@@ -63,7 +63,7 @@ bool Copied(const std::string& bytes, char* buffer, CFIndex bufferSize) {
 
 } // namespace
 
-/// The first folder that there is, and no other, has the resources.
+/// Resources are in the first folder that exists; later ones are not searched.
 struct CFBundleObject {
     CFBundleObject() {
         for (const auto& candidate : ResourceFolders()) {
@@ -77,7 +77,7 @@ struct CFBundleObject {
     }
 
     std::filesystem::path folder; ///< empty: there is none
-    std::string searched;         ///< that folder and those that come before it
+    std::string searched;         ///< that folder and those before it
 };
 
 namespace {
@@ -124,7 +124,7 @@ CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringR
     }
     const auto file = type == nullptr ? Bytes(name) : Bytes(name) + '.' + Bytes(type);
     const auto path = bundle->folder / file;
-    // Anything of that name counts, even a folder or an unreadable file: opening it gives the
+    // Anything of that name counts, even a folder or an unreadable file: opening it reports the
     // error.
     std::error_code error;
     if (bundle->folder.empty() || !std::filesystem::exists(path, error)) {

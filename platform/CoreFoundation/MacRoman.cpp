@@ -44,12 +44,12 @@ std::string Utf8OfMacRoman(std::string_view bytes) {
     return utf8;
 }
 
-// Takes the first character off @p utf8; none: what comes there is no UTF-8.
+// Removes the first character from @p utf8 and returns it; none if it is not valid UTF-8.
 static std::optional<char32_t> TakeCharacter(std::string_view& utf8) {
     struct Form {
         unsigned int mask;
         unsigned int lead;
-        char32_t least; // what a shorter form could not hold
+        char32_t least; // any less would fit a shorter form
     };
     static constexpr std::array<Form, 4> forms = {
         {{0x80, 0x00, 0x0}, {0xE0, 0xC0, 0x80}, {0xF0, 0xE0, 0x800}, {0xF8, 0xF0, 0x10000}}};

@@ -1,4 +1,4 @@
-// Alert boxes by GTK, in this process, on the X server that the show's window will be on.
+// Alert boxes with GTK, in this process, on the X server that the show's window will be on.
 #include <Carbon/Carbon.h>
 
 #include <X11/Xlib.h>
@@ -99,13 +99,13 @@ void AddStopIcon(GtkMessageDialog* box) {
     GtkWidget* icon = gtk_image_new_from_icon_name("dialog-error", GTK_ICON_SIZE_DIALOG);
     gtk_widget_set_valign(icon, GTK_ALIGN_START);
     gtk_widget_show(icon);
-    // Deprecated for the look of later desktops; there is no other way to an icon in GTK 3.
+    // Deprecated, but GTK 3 has no other way to set the icon.
     G_GNUC_BEGIN_IGNORE_DEPRECATIONS
     gtk_message_dialog_set_image(box, icon);
     G_GNUC_END_IGNORE_DEPRECATIONS
 }
 
-/// Until the X server has taken the box off the screen.
+/// Waits until the X server has removed the box from the screen.
 void Drain() {
     while (gtk_events_pending() != FALSE) {
         gtk_main_iteration();

@@ -14,7 +14,7 @@ std::vector<std::filesystem::path> ResourceFolders() {
     const auto shared = folder.parent_path() / "share";
     const auto name = executable.filename().string();
     std::vector<std::filesystem::path> folders = {folder / "resources", shared / name};
-    // Programs that belong together share theirs: skovra-record has those of skovra.
+    // Related programs share their resources: skovra-record uses skovra's.
     if (const auto hyphen = name.find('-'); hyphen != std::string::npos && hyphen > 0) {
         folders.push_back(shared / name.substr(0, hyphen));
     }

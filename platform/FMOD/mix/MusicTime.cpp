@@ -28,8 +28,7 @@ MusicTime::Moment MusicTime::At(std::int64_t outputFrame) const noexcept {
             return moment; // the oldest mark still kept
         }
         if (overwritten) {
-            number =
-                finished.load(std::memory_order_acquire); // even the latest was overwritten: again
+            number = finished.load(std::memory_order_acquire); // even the latest is gone: retry
             continue;
         }
         moment = start;

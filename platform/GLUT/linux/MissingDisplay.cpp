@@ -1,4 +1,4 @@
-// The message where there is a display, but not one that freeglut supports.
+// The message when there is a display, but none that freeglut supports.
 //
 // By --wrap, see FullScreen.cpp.
 #include "ScreenProbe.h"

@@ -101,7 +101,7 @@ bool IsXwayland(Display* display) {
     return resources && HasOutputNamed("XWAYLAND", display, resources.get());
 }
 
-/// The mode in use, where one covers the whole screen, upright, and there is no other.
+/// The mode in use, if it is the only one and covers the whole screen, unrotated.
 std::optional<ScreenMode> OnlyMode(Display* display, int width, int height) {
     const std::unique_ptr<XRRScreenResources, decltype(&XRRFreeScreenResources)> resources(
         XRRGetScreenResourcesCurrent(display, DefaultRootWindow(display)), XRRFreeScreenResources);

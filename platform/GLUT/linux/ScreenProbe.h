@@ -1,4 +1,4 @@
-// What must be known of the X screen before requesting game mode, and freeglut does not say.
+// What must be known about the X screen before requesting game mode; freeglut does not report it.
 #pragma once
 
 #include <memory>

@@ -21,7 +21,7 @@ void OpenClosedStreams() {
 /// Runs before main, without being called.
 [[gnu::constructor]] void PrepareStandardStreams() {
     OpenClosedStreams();
-    std::signal(SIGPIPE, SIG_IGN); // would end a program whose output nobody reads
+    std::signal(SIGPIPE, SIG_IGN); // would end a program whose output is not read
 }
 
 } // namespace

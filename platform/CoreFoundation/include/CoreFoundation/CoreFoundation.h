@@ -32,7 +32,7 @@ CFBundleRef CFBundleGetMainBundle();
 
 /// The URL of resource file @p name with extension @p type (no dot); owned by the caller.
 /// Null, after a line on standard error that names it and the folders searched, when there is no
-/// such file; null in any @p subdirectory but null, for there are none.
+/// such file. Null unless @p subdirectory is null: there are no subdirectories.
 CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringRef type,
                                  CFStringRef subdirectory);
 

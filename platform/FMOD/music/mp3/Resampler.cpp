@@ -12,7 +12,7 @@ static constexpr std::size_t stepFrames = 4096;
 
 Resampler::Resampler(int fromRateHz) {
     const soxr_io_spec_t samples = soxr_io_spec(SOXR_FLOAT32_I, SOXR_FLOAT32_I);
-    // The best quality for single precision, for a quarter more time than the next lower one.
+    // The best quality for single precision; it takes a quarter more time than the next lower one.
     const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_24_BITQ, 0);
     const soxr_runtime_spec_t oneThread = soxr_runtime_spec(1);
     resampler.reset(soxr_create(fromRateHz, static_cast<double>(outputRateHz), 2, nullptr, &samples,

@@ -49,7 +49,7 @@ static std::optional<PipeWireLibrary> Load() {
         return std::nullopt;
     }
     found.init(nullptr, nullptr);
-    // A missing daemon is no error here, and errors are reported by this program.
+    // A missing daemon is not an error here, and errors are reported by this program.
     if (std::getenv("PIPEWIRE_DEBUG") == nullptr) {
         found.logSetLevel(SPA_LOG_LEVEL_NONE);
     }

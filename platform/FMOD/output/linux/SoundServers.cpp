@@ -28,8 +28,8 @@ bool PipeWireMayRun() {
     });
 }
 
-// The path of a socket ends its line; of the server's that is jack_NAME_USER_0, which its clients
-// connect to first. (JACK 1 has jack_0 in a folder NAME of a folder jack-USER.)
+// Each line ends with the path of a socket. The server's is jack_NAME_USER_0, to which its clients
+// connect first. (JACK 1 has jack-USER/NAME/jack_0.)
 bool JackServerRuns() {
     const std::string chosen = Environment("JACK_DEFAULT_SERVER");
     const std::string name = chosen.empty() ? "default" : chosen;
