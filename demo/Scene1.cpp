@@ -33,7 +33,7 @@ void DrawPicture() {
     glColor3f(1.0F, 0.0F, 0.0F);
 }
 
-/// Side by side from the origin on, near black over green to white.
+/// Side by side from the origin, from near black through green to white.
 void DrawSpectrumBars() {
     glDisable(GL_TEXTURE_2D);
     for (int bar = 0; bar < barCount; ++bar) {
@@ -61,7 +61,7 @@ void AdvanceRotation() {
     rotate = static_cast<float>(rotate + 0.1);
 }
 
-/// Draws nothing, but turns the box on by two of the three steps that it makes in a frame.
+/// Draws nothing, but rotates the box by two of the three steps that it makes in a frame.
 void TransformWithoutDrawing() {
     glEnable(GL_TEXTURE_2D);
     glPushMatrix();
@@ -84,7 +84,7 @@ void TransformWithoutDrawing() {
     glPopMatrix();
 }
 
-/// Shows in the next frame's picture: the texture matrix is left as it is set here.
+/// Takes effect in the next frame's picture: the texture matrix stays as it is set here.
 void ScrollTexture() {
     glMatrixMode(GL_TEXTURE);
     glLoadIdentity();

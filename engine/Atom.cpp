@@ -14,7 +14,7 @@ void DrawAtom(float x, float y, float z, unsigned long electrons, float distance
     glColor3f(1.0F, 0.0F, 0.0F);
     glutSolidSphere(40.0, 30, 40);
     if (electrons != 0) {
-        const unsigned long wholeDegrees = 360 / electrons; // rounded down: meant
+        const unsigned long wholeDegrees = 360 / electrons; // rounded down on purpose
         const auto step = static_cast<float>(wholeDegrees);
         for (unsigned long i = 0; i < electrons; ++i) {
             glRotatef(step, 0.0F, 0.0F, 1.0F);

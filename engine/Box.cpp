@@ -53,7 +53,7 @@ void Box::DrawSizedBox(float w, float h, float d, int tex) {
             switchedOn = true;
         }
         glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(tex));
-        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(tex)); // twice: meant, and harmless
+        glBindTexture(GL_TEXTURE_2D, static_cast<GLuint>(tex)); // twice on purpose; harmless
     }
 
     glBegin(GL_QUADS);

@@ -41,7 +41,7 @@ void DemoEngine::Refresh() {
 void DemoEngine::EnableSEM() {
     glTexGeni(GL_S, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
     glTexGeni(GL_T, GL_TEXTURE_GEN_MODE, GL_SPHERE_MAP);
-    glTexGeni(GL_S, GL_SPHERE_MAP, 0); // no parameter's name: OpenGL refuses both, meant
+    glTexGeni(GL_S, GL_SPHERE_MAP, 0); // not a parameter: OpenGL rejects both, on purpose
     glTexGeni(GL_T, GL_SPHERE_MAP, 0);
     glEnable(GL_TEXTURE_GEN_S);
     glEnable(GL_TEXTURE_GEN_T);

@@ -28,9 +28,9 @@ public:
     /// FmodEngine::Play: before Play the process ends with status 255.
     void Refresh();
 
-    /// What is drawn from here on is textured as if it mirrored the texture: its coordinates come
-    /// from its normals. DisableSEM ends that. Both need a current OpenGL context. EnableSEM
-    /// leaves GL_INVALID_ENUM for glGetError.
+    /// What is drawn from here on reflects the bound texture (sphere mapping): its texture
+    /// coordinates come from its normals. DisableSEM ends that. Both need a current OpenGL context.
+    /// EnableSEM leaves GL_INVALID_ENUM for glGetError.
     void EnableSEM();
     void DisableSEM();
 

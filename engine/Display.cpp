@@ -10,7 +10,7 @@ void BootGLUT(int displayMode, int width, int height, int x, int y, bool fullScr
               const std::string& title) {
     glutInitDisplayMode(static_cast<unsigned int>(displayMode));
     if (fullScreen) {
-        glutFullScreen(); // asked for before there is a window: what follows makes the display
+        glutFullScreen(); // called before there is a window: the next call makes the display
         glutEnterGameMode();
         HideCursor();
     } else {

@@ -117,7 +117,7 @@ bool FmodEngine::GetMute() {
 }
 
 void FmodEngine::SetMute() {
-    const bool present = GetMute(); // applied again, not toggled: meant
+    const bool present = GetMute(); // applied again on purpose, not toggled
     FmodCheckError(channel->setMute(present));
 }
 

@@ -12,7 +12,7 @@ LightEngine::LightEngine()
 void LightEngine::ActivateLight() {
     glDisable(GL_LIGHT0);
     glLightModelfv(GL_LIGHT_MODEL_AMBIENT, ambient);
-    glLightfv(GL_LIGHT0, GL_DIFFUSE, ambient); // one grey for both: meant
+    glLightfv(GL_LIGHT0, GL_DIFFUSE, ambient); // one grey for both, on purpose
     glLightfv(GL_LIGHT0, GL_SPECULAR, specular);
     glLightfv(GL_LIGHT0, GL_POSITION, position);
     glLightf(GL_LIGHT0, GL_SPOT_CUTOFF, 60.0F);

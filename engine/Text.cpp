@@ -13,7 +13,7 @@ void OutputText(float x, float y, char* text) {
         glutStrokeCharacter(GLUT_STROKE_ROMAN, static_cast<signed char>(*character));
     }
     glPopMatrix();
-    glTranslatef(-x, -y, 0.0F); // after the pop, so that it stays: meant
+    glTranslatef(-x, -y, 0.0F); // after the pop on purpose: it stays
 }
 
 } // namespace engine

@@ -46,8 +46,8 @@ Vector Vector::GetNormalized() {
 }
 
 Vector Vector::Normal() {
-    return {};
-} // the zero vector: meant
+    return {}; // the zero vector, on purpose
+}
 
 double operator*(Vector& a, Vector& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
