@@ -1,7 +1,7 @@
 // Every drawing primitive of the engine in one window.
 //
 // Keys 1 to 8 choose what is shown (3 again: another number of electrons), the arrow keys turn it,
-// Escape leaves.
+// Escape quits.
 #include "Atom.h"
 #include "Background.h"
 #include "Box.h"
@@ -94,7 +94,7 @@ void DrawSphereMap() {
     glColor3f(1.0F, 1.0F, 1.0F);
     demo->textures->GetTexture("skovr");
     glMatrixMode(GL_TEXTURE);
-    glScalef(1.0F, -1.0F, 1.0F); // a picture's first row is its top, a mirror's is its bottom
+    glScalef(1.0F, -1.0F, 1.0F); // a picture's first row is its top, a reflection's its bottom
     glMatrixMode(GL_MODELVIEW);
     demo->EnableSEM();
     glutSolidSphere(250.0, 60, 60);
@@ -190,7 +190,7 @@ int main(int argc, char** argv) {
                      "Skovra gallery");
 
     // The engine object owns textures and light. A demo with music gives it that by SetFmod and
-    // calls Refresh in every frame; this one stands still and needs neither.
+    // calls Refresh in every frame; this one has no music and needs neither.
     demo = new engine::DemoEngine("Skovra gallery");
     demo->textures->LoadTexture("texture", "png", "texture");
     demo->textures->LoadTexture("skovr", "png", "skovr");

@@ -82,7 +82,7 @@ OffscreenContext::OffscreenContext(int width, int height) : handles(std::make_un
     handles->surface = eglCreatePbufferSurface(handles->display, config, size);
     Require(handles->surface != EGL_NO_SURFACE,
             "buffer of " + std::to_string(width) + "x" + std::to_string(height) + " pixels");
-    // Without a version asked for, the context is one with the fixed functions.
+    // If no version is requested, the context has the fixed-function pipeline.
     handles->context = eglCreateContext(handles->display, config, EGL_NO_CONTEXT, nullptr);
     Require(handles->context != EGL_NO_CONTEXT &&
                 eglMakeCurrent(handles->display, handles->surface, handles->surface,

@@ -1,4 +1,4 @@
-// Alert boxes that nobody sees, answered No, and a cursor that is not there.
+// Alert boxes that are not shown and are answered No, and a cursor that does not exist.
 #include <Carbon/Carbon.h>
 
 #include <memory>

@@ -20,8 +20,8 @@ namespace record {
 
 namespace {
 
-/// How another program is to start: without this one's input and output, and out of the reach of
-/// the keys that interrupt it: whoever started it also ends it.
+/// How another program is started: without this one's standard input and output, and in a process
+/// group of its own, which Ctrl-C does not reach: this program ends it.
 class SpawnSettings {
 public:
     SpawnSettings() {
@@ -65,8 +65,7 @@ Encoder::Encoder(const VideoFormat& format, const std::string& path) {
 
 Encoder::~Encoder() {
     if (process != -1) {
-        kill(process,
-             SIGKILL); // asked to end it would wait for more pictures, or complete the file
+        kill(process, SIGKILL); // SIGTERM would have it wait for pictures or complete the file
         Wait();
     }
 }
@@ -75,7 +74,7 @@ void Encoder::Start(const std::vector<std::string>& arguments) {
     std::vector<char*> pointers;
     pointers.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments) {
-        pointers.push_back(const_cast<char*>(argument.c_str())); // as posix_spawn will have it
+        pointers.push_back(const_cast<char*>(argument.c_str())); // as posix_spawn requires
     }
     pointers.push_back(nullptr);
     SpawnSettings settings;
@@ -114,9 +113,8 @@ void Encoder::Finish() {
     }
 }
 
-/// Gives ffmpeg some of @p pictureBytes or of the sound, whichever it takes first: which that is is
-/// its own affair, and it takes none of the one while it waits for the other. How many of
-/// @p pictureBytes it took.
+/// Writes some of @p pictureBytes or of the sound to ffmpeg, whichever it accepts first: while it
+/// waits for one, it does not read the other. Returns how many of @p pictureBytes were written.
 std::size_t Encoder::WriteSome(std::span<const unsigned char> pictureBytes) {
     std::array<pollfd, 2> ends = {
         pollfd{pictureBytes.empty() ? -1 : pictures.WritingEnd(), POLLOUT, 0},
@@ -142,7 +140,7 @@ std::size_t Encoder::WriteTo(const Pipe& pipe, std::span<const unsigned char> by
     return *count;
 }
 
-/// Waits for ffmpeg's end; its status as waitpid gives it.
+/// Waits for ffmpeg to end; returns its status as waitpid does.
 int Encoder::Wait() {
     int status = 0;
     while (waitpid(process, &status, 0) < 0 && errno == EINTR) {

@@ -32,11 +32,11 @@ Arguments SoundInput(int descriptor) {
 }
 
 Arguments Colours() {
-    // OpenGL's lowest row comes first. Left to itself the scaler would take the colours of an older
-    // standard than the one that the file names.
+    // OpenGL's lowest row comes first. By default the scaler would use the colours of an
+    // older standard than the one that the file declares.
     const std::string flags = "accurate_rnd+full_chroma_int+full_chroma_inp";
     const std::string scale = "scale=out_color_matrix=bt709:out_range=tv:flags=" + flags;
-    // From ffmpeg 7 on the encoder tells what the pictures say of themselves, not what it was told.
+    // From ffmpeg 7 on the encoder declares the colours of the frames, not those of its options.
     const std::string named =
         "setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=bt709";
     return {"-vf",
@@ -80,8 +80,8 @@ Arguments CodecsAndContainer(const std::string& extension) {
 std::vector<std::string> FfmpegArguments(const VideoFormat& format, int pictures, int sound,
                                          const std::string& path) {
     Arguments all = {"ffmpeg", "-hide_banner", "-nostdin", "-loglevel", "error", "-xerror", "-y"};
-    // It opens one input after the other: looking far into one it would wait for what comes only
-    // after what it does not read of the other.
+    // It opens its inputs in turn. If it probed far into one, it would wait for data that follows
+    // only after data of the other, which it does not read yet.
     const Arguments atFirstSight = {"-probesize", "32", "-analyzeduration", "0"};
     Append(all, atFirstSight);
     Append(all, PictureInput(format, pictures));

@@ -1,5 +1,5 @@
 // GLUT in a recording: as much of it as the show calls, in virtual time. Drawing takes no time, so
-// each timer is in time.
+// every timer fires on time.
 #include "Glut.h"
 
 #include <GL/glut.h>
@@ -60,7 +60,7 @@ int glutCreateWindow(const char*) {
     return 1;
 }
 
-// Asked for only by a viewer who wants full screen: the alerts say No.
+// Called only for full screen, to which the alerts say No.
 void glutFullScreen() {}
 int glutEnterGameMode() {
     return 0;

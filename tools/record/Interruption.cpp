@@ -21,7 +21,7 @@ void NoteInterruptions() {
         sigaction(signal, nullptr, &action);
         if (action.sa_handler != SIG_IGN) { // as under nohup
             action = {};
-            action.sa_handler = Note; // without SA_RESTART: whoever waits is to look
+            action.sa_handler = Note; // without SA_RESTART: blocking calls return
             sigaction(signal, &action, nullptr);
         }
     }

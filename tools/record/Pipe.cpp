@@ -9,7 +9,7 @@
 
 namespace record {
 
-// Fewer and longer turns between the two programs than with the usual 64 KiB.
+// Fewer switches between the two programs than with the default of 64 KiB.
 static constexpr int wantedBytes = 1 << 20;
 
 Pipe::Pipe() {
@@ -19,7 +19,7 @@ Pipe::Pipe() {
     }
     readingEnd = ends[0];
     writingEnd = ends[1];
-    fcntl(writingEnd, F_SETPIPE_SZ, wantedBytes); // where it is not granted the smaller one will do
+    fcntl(writingEnd, F_SETPIPE_SZ, wantedBytes); // if refused, the default will do
     fcntl(writingEnd, F_SETFL, O_NONBLOCK);
 }
 

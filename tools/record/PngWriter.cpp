@@ -33,14 +33,14 @@ std::vector<unsigned char> WithoutAlpha(const Picture& picture) {
 } // namespace
 
 void WritePng(const Picture& picture, const std::string& path) {
-    errno = 0; // libpng has a poorer text for what the system refuses
+    errno = 0; // the system's error texts are better than libpng's
     const std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "wbe"));
     png_image image = {};
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32>(picture.width);
     image.height = static_cast<png_uint_32>(picture.height);
     image.format = PNG_FORMAT_RGB;
-    image.flags = PNG_IMAGE_FLAG_FAST; // a show is 1321 of them
+    image.flags = PNG_IMAGE_FLAG_FAST; // a show has 1321 frames
     const int rowsFromTheLowest = -3 * picture.width;
     const bool written =
         file != nullptr &&

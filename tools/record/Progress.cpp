@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::int64_t barWidth = 30;
 
-// A rate measured over less than this says nothing.
+// A rate measured over less than this is meaningless.
 constexpr double settlingSeconds = 1;
 
 } // namespace
@@ -34,7 +34,7 @@ void Progress::Show(std::int64_t done, std::int64_t total) {
     std::string bar = line.str();
     if (bar != shown) {
         shown = std::move(bar);
-        out << '\r' << shown << "\x1B[K" << std::flush; // what was longer is cut off
+        out << '\r' << shown << "\x1B[K" << std::flush; // erases the rest of a longer bar
     }
 }
 

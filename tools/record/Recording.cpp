@@ -12,7 +12,7 @@ namespace record {
 
 namespace {
 
-/// Does something to the file @p path; names it in what is thrown.
+/// Runs @p action on the file @p path, whose name it adds to exceptions.
 template <typename Action>
 void For(const std::string& path, Action action) {
     try {
@@ -22,7 +22,7 @@ void For(const std::string& path, Action action) {
     }
 }
 
-/// As many digits as sort by name in the order of time.
+/// With enough digits that sorting by name is sorting by time.
 std::string FrameName(std::int64_t number) {
     const std::string digits = std::to_string(number);
     return std::string(5 - std::min<std::size_t>(5, digits.size()), '0') + digits + ".png";

@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::int64_t longestBlock = 1024;
 
-sound::Output* playing = nullptr; // the one that there is, if any
+sound::Output* playing = nullptr; // the only one, if any
 Listener listening;
 
 } // namespace

@@ -16,10 +16,10 @@ namespace fs = std::filesystem;
 UnfinishedFile::UnfinishedFile(const std::string& finalPath) {
     const fs::file_status status = fs::status(finalPath);
     if (fs::exists(status) && !fs::is_regular_file(status)) {
-        // Renaming to it would put a file in the place of a device.
+        // Renaming to it would replace a device by a file.
         throw std::runtime_error("not an ordinary file");
     }
-    // Where it is a link, what it leads to is meant.
+    // If it is a symbolic link, its target is replaced.
     target = fs::weakly_canonical(finalPath);
     const std::string beside = target + "." + std::to_string(getpid()) + ".part";
     const int descriptor = open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);

@@ -31,7 +31,7 @@ namespace {
 
 using namespace record;
 
-// A show whose music is too short to reach its end would go on for ever.
+// A show whose music is too short would never reach its end.
 constexpr std::int64_t longestShowMs = 2 * lastPictureMs;
 
 std::unique_ptr<Recording> recording; // none: not begun, or over
@@ -104,14 +104,14 @@ void Complete(int status, void*) {
     recording.reset();
     if (!complete) {
         std::fflush(nullptr);
-        _exit(1); // the process is ending already: there is no other way to another status
+        _exit(1); // exit is already running: nothing else can change the status
     }
 }
 
-/// Never returns while all goes well: the show ends the process.
+/// Never returns: the show ends the process, and errors are thrown.
 void Record(const Options& options, char* programName) {
     NoteInterruptions();
-    // These would end the process where a write can as well say what is wrong.
+    // By default these signals end the process; if they are ignored, the write reports the error.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     progress = std::make_unique<Progress>(std::cerr, isatty(STDERR_FILENO) != 0, Seconds);
