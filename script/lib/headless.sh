@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# A display without a screen: X servers, a window manager, and a viewer's eyes and hands.
+# A display without a screen: X servers, a window manager, screenshots, simulated keys and clicks.
 #
 # Source it, from bash. Everything it starts it also ends, each by its own process id, when the
 # sourcing script exits; all waits are bounded and say what they waited for when they give up.
@@ -15,8 +15,8 @@
 #   headless_wait_exit "$headless_pid" 60   # returns the program's status, 124 when it stays
 #
 # headless_begin                         a scratch folder, $headless_dir; cleaning up at exit, by
-#                                        headless_end; what the caller wants done at exit besides
-#                                        goes into a function named headless_at_exit
+#                                        headless_end; the caller's own cleanup goes into a
+#                                        function named headless_at_exit
 # headless_start_xvfb [WxHxDEPTH [OPTION...]]
 #                                        a screen of 1280x1024x24 unless told otherwise
 # headless_start_xorg [MODE...]          a real X server on the dummy driver, its modes by name,
@@ -28,7 +28,7 @@
 # headless_wait_active NAME [SECONDS]    until a window of exactly that name, not one waited for
 #                                        before, is visible and has the keyboard; sets
 #                                        $headless_window
-# headless_wait_visible NAME [SECONDS]   the same for windows no window manager looks after
+# headless_wait_visible NAME [SECONDS]   the same for windows that no window manager manages
 # headless_forget_windows               all windows are new again: after a program has ended, the
 #                                        next one's may get the same numbers
 # headless_wait_gone WINDOW [SECONDS]    until that window is no longer visible
@@ -210,7 +210,7 @@ headless_start_openbox() {
     mkdir -p "$headless_dir/openbox"
     sed 's|<keyboard>|&<rebindOnMappingNotify>no</rebindOnMappingNotify>|' \
         /etc/xdg/openbox/rc.xml >"$headless_dir/openbox/rc.xml"
-    # Its own settings, not those of whoever runs this.
+    # Its own settings, not the user's.
     XDG_CONFIG_HOME="$headless_dir" XDG_CACHE_HOME="$headless_dir" XDG_DATA_HOME="$headless_dir" \
         openbox --startup "touch '$headless_dir/READY'" \
         >"$headless_dir/openbox.log" 2>&1 &
@@ -231,7 +231,7 @@ headless_launch() {
     headless_pids+=("$headless_pid")
 }
 
-# Eyes and hands ----------------------------------------------------------------------------------
+# Windows, input and screenshots ------------------------------------------------------------------
 
 # headless_find NAME: the visible windows of exactly that name that were not waited for before.
 headless_find() {

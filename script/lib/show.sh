@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The show as tests, benchmarks and examinations need it: a display, a copy of the program to tamper
+# The show as tests and benchmarks need it: a display, a copy of the program to tamper
 # with, the answers to its boxes, and what it must print. Sourced first; $PROGRAMS is the folder of
 # the built programs.
 set -euo pipefail
@@ -34,7 +34,7 @@ start_display() {
     without_sound
 }
 
-# No sound server of whoever runs this, and none started on demand.
+# Not the user's sound server, and none started on demand.
 without_sound() {
     mkdir -p "$headless_dir/runtime"
     chmod 700 "$headless_dir/runtime"

@@ -41,7 +41,7 @@ start_compositor() {
     unset DISPLAY WAYLAND_DISPLAY
     "start_$1" "${2:-1}" "${3:-1}"
     headless_wait_until 60 "Xwayland on $1" [ -s "$headless_dir/session" ] || no_compositor
-    # As in a session: whoever can speak both protocols has to choose.
+    # As in a session: programs that support both protocols have to choose.
     # shellcheck disable=SC1091
     . "$headless_dir/session"
     headless_environment "$DISPLAY"
@@ -54,7 +54,7 @@ no_compositor() {
     fail "the compositor did not start"
 }
 
-# own_settings: none of whoever runs this.
+# own_settings: in place of the user's.
 own_settings() {
     export HOME=$headless_dir/home
     mkdir -p "$HOME"

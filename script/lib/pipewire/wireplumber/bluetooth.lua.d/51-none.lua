@@ -1,2 +1,2 @@
--- For WirePlumber 0.4: the hardware of whoever runs this is left alone.
+-- For WirePlumber 0.4: leaves the user's hardware alone.
 bluez_monitor.enabled = false

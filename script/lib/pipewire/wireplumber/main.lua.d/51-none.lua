@@ -1,4 +1,4 @@
--- For WirePlumber 0.4: the hardware of whoever runs this is left alone.
+-- For WirePlumber 0.4: leaves the user's hardware alone.
 alsa_monitor.enabled = false
 v4l2_monitor.enabled = false
 libcamera_monitor.enabled = false
