@@ -4,8 +4,7 @@
 
 namespace sound {
 
-// A tenth of a second of decoded music is enough to start.
-static constexpr std::size_t startFrames = outputRateHz / 10;
+// For the first frames to be decoded.
 static constexpr std::chrono::milliseconds startLimit{10};
 
 static void Render(void* mixer, float* block, std::int32_t frames) noexcept {
@@ -80,7 +79,7 @@ FMOD_RESULT SystemObject::Play(SoundObject& sound, bool paused, ChannelObject& c
         }
     }
     sound.played = true;
-    sound.stream->WaitUntilReady(startFrames, startLimit);
+    sound.stream->WaitUntilReady(Voice::startFrames, startLimit);
     mixer->Play(channel.slot, voice.get());
     channel.voice = std::move(voice);
     channel.latestFrame = 0;

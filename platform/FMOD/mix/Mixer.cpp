@@ -1,14 +1,24 @@
 #include "Mixer.h"
 
+#include "Output.h"
+#include "Spectrum.h"
 #include "Voice.h"
 
 #include <algorithm>
+#include <bit>
+#include <chrono>
+#include <cstdint>
 #include <thread>
 
 namespace sound {
 
-// The longest spectrum needs 16384 frames, and up to as many may be handed out but not yet heard.
-static constexpr std::int64_t historyFrames = 32768;
+// The window of the longest spectrum, and what is handed out but not heard yet.
+static constexpr std::int64_t historyFrames =
+    std::bit_ceil(std::uint64_t{2 * Spectrum::mostBands} + std::uint64_t{longestWay});
+
+// A block takes less than a millisecond to render. To yield instead could keep its thread from
+// running, if that has a lower priority.
+static constexpr std::chrono::microseconds nap{200};
 
 Mixer::Mixer(std::size_t slotsWanted)
     : slotCount(slotsWanted), slots(std::make_unique<std::atomic<Voice*>[]>(slotsWanted)),
@@ -19,7 +29,7 @@ void Mixer::Play(std::size_t slot, Voice* voice) noexcept {
     // A block begun before the store may still use the previous voice.
     const std::uint32_t use = uses.load();
     while (use % 2 == 1 && uses.load() == use) {
-        std::this_thread::yield();
+        std::this_thread::sleep_for(nap);
     }
 }
 

@@ -1,14 +1,12 @@
 #include "Voice.h"
 
-#include "Stream.h"
-
 #include <algorithm>
 #include <cmath>
 
 namespace sound {
 
-// From silence to full in 512 frames (12 ms): faster ramps would click.
-static constexpr float largestGainStep = 1.0F / 512.0F;
+// The longest fade, from full to silence.
+static constexpr auto fadeFrames = static_cast<std::size_t>(1.0F / largestGainStep);
 
 Voice::Voice(Stream& playedStream, bool startPaused) : stream(playedStream), paused(startPaused) {}
 
@@ -16,13 +14,15 @@ void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) 
     if (MusicTime::IsOver(state)) {
         return;
     }
-    const float target = IsPaused() || IsMute() ? 0.0F : volume.load(std::memory_order_relaxed);
+    // Before the frames: the answer covers everything decoded until now.
+    const Stream::Supply supply = stream.GetSupply();
+    WatchForUnderrun(count, supply);
+    const float target =
+        IsPaused() || IsMute() || underrun ? 0.0F : volume.load(std::memory_order_relaxed);
     if (musicFrame == 0) {
         gain = target; // nothing was heard yet, so nothing can click: no ramp at the start
     }
     const std::int32_t wanted = FramesWanted(count, target);
-    // Before reading: the answer covers everything decoded until now.
-    const Stream::Supply supply = stream.GetSupply();
     const auto got =
         static_cast<std::int32_t>(stream.Read(frames.data(), static_cast<std::size_t>(wanted)));
     if (got > 0) {
@@ -35,8 +35,18 @@ void Voice::MixInto(float* block, std::int32_t count, std::int64_t outputFrame) 
     } else if (got < wanted && supply == Stream::Supply::Broken) {
         SetState(outputFrame + got, MusicTime::State::Broken);
     } else if (got < count) {
-        underruns.fetch_add(got < wanted ? 1 : 0, std::memory_order_relaxed);
         SetState(outputFrame + got, MusicTime::State::Halted);
+    }
+}
+
+// An underrun begins while there are still frames left to fade out with.
+void Voice::WatchForUnderrun(std::int32_t count, Stream::Supply supply) noexcept {
+    const std::size_t needed =
+        static_cast<std::size_t>(count) + (underrun ? startFrames : fadeFrames);
+    const bool before = underrun;
+    underrun = supply == Stream::Supply::Decoding && stream.Available() < needed;
+    if (underrun && !before && !IsPaused()) {
+        underruns.fetch_add(1, std::memory_order_relaxed);
     }
 }
 
@@ -53,9 +63,9 @@ void Voice::AddTo(float* block, std::int32_t count, float target) noexcept {
     }
 }
 
-// A paused sound continues until it has faded out.
+// In a pause or an underrun the music continues until it has faded out.
 std::int32_t Voice::FramesWanted(std::int32_t count, float target) const noexcept {
-    if (!IsPaused() || target > 0.0F) {
+    if (target > 0.0F || !(IsPaused() || underrun)) {
         return count;
     }
     return std::min(count, static_cast<std::int32_t>(std::ceil(gain / largestGainStep)));
@@ -71,7 +81,8 @@ void Voice::SetState(std::int64_t outputFrame, MusicTime::State next) noexcept {
 void Voice::WaitUntilReady(std::int32_t count) {
     if (!MusicTime::IsOver(state)) {
         // A decoder that takes longer than this is not decoding any more.
-        stream.WaitUntilReady(static_cast<std::size_t>(count), std::chrono::seconds(60));
+        stream.WaitUntilReady(static_cast<std::size_t>(count) + startFrames,
+                              std::chrono::seconds(60));
     }
 }
 

@@ -3,6 +3,8 @@
 
 #include "MusicTime.h"
 
+#include "Stream.h"
+
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -10,12 +12,13 @@
 
 namespace sound {
 
-class Stream;
-
 /// Setters and getters: any thread. MixInto and WaitUntilReady: the output's thread.
 class Voice {
 public:
     static constexpr std::int32_t longestBlock = 512;
+
+    /// That many decoded frames, a tenth of a second, are enough to start.
+    static constexpr std::size_t startFrames = outputRateHz / 10;
 
     /// @p stream must outlive it and be at its beginning.
     Voice(Stream& stream, bool paused);
@@ -32,7 +35,8 @@ public:
     /// The music heard with @p outputFrame.
     MusicTime::Moment At(std::int64_t outputFrame) const noexcept { return time.At(outputFrame); }
 
-    /// How often the decoder did not keep up with the output.
+    /// How often the decoder did not keep up with the output. The music then fades out, and in
+    /// again where it halted, once enough is decoded.
     std::uint32_t Underruns() const noexcept { return underruns.load(std::memory_order_relaxed); }
 
     /// Real-time. Adds its next @p count (up to longestBlock) frames to @p block, which begins
@@ -43,6 +47,7 @@ public:
     void WaitUntilReady(std::int32_t count);
 
 private:
+    void WatchForUnderrun(std::int32_t count, Stream::Supply supply) noexcept;
     void AddTo(float* block, std::int32_t count, float target) noexcept;
     std::int32_t FramesWanted(std::int32_t count, float target) const noexcept;
     void SetState(std::int64_t outputFrame, MusicTime::State next) noexcept;
@@ -57,6 +62,7 @@ private:
     // The output's thread only:
     std::array<float, 2 * std::size_t{longestBlock}> frames;
     float gain = 0.0F;
+    bool underrun = false;
     std::int64_t musicFrame = 0; // the next one
     MusicTime::State state = MusicTime::State::Halted;
 };

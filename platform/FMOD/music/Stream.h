@@ -36,11 +36,14 @@ public:
     /// available.
     std::size_t Read(float* frames, std::size_t count) noexcept;
 
+    /// Any thread: how many can be read now.
+    std::size_t Available() const noexcept { return ring.Available(); }
+
     /// Any thread: whether more frames follow those that can be read now. Ended or Broken (the file
     /// could not be read further) only once the last frame is available.
     Supply GetSupply() const noexcept { return supply.load(std::memory_order_acquire); }
 
-    /// Waits until @p count frames (at most half a second) can be read, or no more follow; at most
+    /// Waits until @p count frames (at most 0.9 s) can be read, or no more follow; at most
     /// for @p limit.
     void WaitUntilReady(std::size_t count, std::chrono::milliseconds limit);
 

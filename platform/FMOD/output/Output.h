@@ -13,6 +13,13 @@ namespace sound {
 
 inline constexpr std::int64_t outputRateHz = 44100;
 
+/// Fewer frames than this have been requested, but not heard yet.
+inline constexpr std::int64_t longestWay = outputRateHz;
+
+/// The largest change of level from one frame to the next that does not click: from silence to full
+/// in 512 frames (12 ms).
+inline constexpr float largestGainStep = 1.0F / 512.0F;
+
 /// Whole frames that pass in @p ns at the output's rate.
 constexpr std::int64_t FramesIn(std::int64_t ns) {
     return ns * (outputRateHz / 100) / (1'000'000'000 / 100);

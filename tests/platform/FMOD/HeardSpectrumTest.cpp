@@ -165,6 +165,18 @@ TEST_F(HeardSpectrumTest, HasAsManyBandsAsAskedFor) {
     }
 }
 
+// As much is handed out that is not heard yet as with the longest latency.
+TEST_F(HeardSpectrumTest, ReachesBackAsFarAsTheLongestWindow) {
+    PlayTones();
+    script::Pull(80'000);
+    std::vector<float> spectrum(8192);
+    script::SetHeard(80'000 - 44'100);
+
+    EXPECT_EQ(system->getSpectrum(spectrum.data(), 8192, 0, FMOD_DSP_FFT_WINDOW_RECT), FMOD_OK);
+
+    EXPECT_NEAR(spectrum[20 * 8192 / 512], 1.0F, 0.02F);
+}
+
 TEST_F(HeardSpectrumTest, RefusesArgumentsOutOfTheirRange) {
     std::vector<float> values(512, -1.0F);
     const auto triangle = FMOD_DSP_FFT_WINDOW_TRIANGLE;
