@@ -16,6 +16,7 @@ enum Operation : std::uint8_t {
     failDevice,
     misreport,
     underrun,
+    interrupt,
     // Of the library:
     play,
     releaseSound,

@@ -102,6 +102,9 @@ static void MakeOperations(Numbered seeds) {
     seeds.Write({openGraph, 101, passTime,   60, play,     1,  passTime,  200, openGraph, 230,
                  passTime,  255, hangDevice, 4,  passTime, 90, misreport, 160, passTime,  255});
     seeds.Write(files::Joined({plays, {repeatPosition, 255, passTime, 255, passTime, 255}}));
+    seeds.Write({openGraph, 101, interrupt, 1, passTime, 60, play,       1,
+                 passTime,  200, interrupt, 4, passTime, 90, openDevice, 101,
+                 passTime,  60,  interrupt, 0, passTime, 90});
     // To the end of the music, and from its beginning.
     Bytes whole = plays;
     for (int i = 0; i < 5; ++i) {

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -39,6 +40,7 @@ struct Device {
     std::int64_t misreport = 0;
     std::int64_t repeatedFrames = 0;
     int hangsForMs = 0;
+    bool sounds = false; // it has been given frames of the mix
 
     // Of a graph:
     std::int32_t cycleFrames = 0; // 0: it is none
@@ -55,11 +57,44 @@ std::int64_t clockNs = 0;
 std::int64_t lastHeard = 0;
 int msSinceWatch = 0;
 bool decoderLags = false;
-std::int32_t decodedFrames = 0;   // that were waited for and not asked for since
+std::int32_t decodedFrames = 0; // that were waited for and not asked for since
+std::int64_t renderedFrames = 0;
+std::optional<int> interruption;  // of the next frames rendered
 sound::Output* started = nullptr; // if one is
 std::unique_ptr<Device> device;
 std::int64_t disturbedNs = 0;
 std::optional<Moment> calm;
+
+bool IsFree(const sound::OutputTimeline::State& state) {
+    return !state.occupied && (state.driver != nullptr || !state.failed);
+}
+
+bool AreSame(const sound::OutputTimeline::State& one, const sound::OutputTimeline::State& other) {
+    return one.driver == other.driver && one.occupied == other.occupied &&
+           one.failed == other.failed && one.closed == other.closed;
+}
+
+// What other threads may call while the timeline is occupied: the driver stays, nothing is
+// rendered.
+void Interrupt(sound::OutputTimeline& timeline, int who) {
+    const auto before = timeline.GetState();
+    EXPECT(before.occupied && !before.closed);
+    timeline.AdvanceSilence(clockNs);
+    EXPECT(!timeline.FallSilentIfLost(clockNs + who * msNs));
+    if (who % 4 == 0) {
+        device->feed.Fail();
+    } else if (who % 4 == 1) {
+        sound::DeviceFeed rival(timeline, sound::DeviceFeed::Reports::Exact);
+        std::array<float, 128> block;
+        EXPECT(rival.Render(block.data(), 64, 0, clockNs));
+        EXPECT(
+            std::all_of(block.begin(), block.end(), [](float sample) { return sample == 0.0F; }));
+        timeline.Forget(rival, clockNs);
+    }
+    const auto after = timeline.GetState();
+    EXPECT(after.occupied && after.driver == before.driver && !after.closed);
+    EXPECT(after.failed == before.failed || (who % 4 == 0 && after.driver == &device->feed));
+}
 
 } // namespace
 
@@ -70,7 +105,11 @@ struct Output {
         : source(played), timeline({this, Render, nullptr}, clockNs) {}
 
     static void Render(void* output, float* block, std::int32_t frames) noexcept {
-        const Source& source = static_cast<Output*>(output)->source;
+        auto& [source, timeline] = *static_cast<Output*>(output);
+        if (interruption && started != nullptr && device != nullptr) {
+            Interrupt(timeline, *std::exchange(interruption, std::nullopt));
+        }
+        renderedFrames += frames;
         if (!decoderLags && decodedFrames < frames) {
             source.waitUntilReady(source.context, awaitedFrames);
             decodedFrames = awaitedFrames;
@@ -94,6 +133,8 @@ static void CloseDevice() {
     if (device != nullptr) {
         device->feed.Fail();
         started->timeline.Forget(device->feed, clockNs);
+        const auto state = started->timeline.GetState();
+        EXPECT(IsFree(state) && state.driver == nullptr);
         device.reset();
     }
 }
@@ -101,9 +142,20 @@ static void CloseDevice() {
 // Asks for @p frames; false: nothing more is given to it.
 static bool Ask(std::int32_t frames, std::int64_t played, std::int64_t reportedNs) {
     std::array<float, 2 * static_cast<std::size_t>(mostFrames)> block;
+    const auto before = started->timeline.GetState();
+    const std::int64_t rendered = renderedFrames;
     const bool wanted =
         device->feed.Render(block.data(), frames, played + device->misreport, reportedNs);
     device->asked += frames;
+    // From the first frame of the mix on, the device gets whole blocks until it has failed.
+    const auto after = started->timeline.GetState();
+    const bool drives = after.driver == &device->feed;
+    EXPECT(IsFree(after) && (drives || after.driver == before.driver));
+    EXPECT(drives || renderedFrames == rendered);
+    EXPECT(drives == device->feed.HasPlayed() || device->feed.HasFailed());
+    EXPECT(!wanted || !device->sounds || renderedFrames - rendered == frames);
+    device->sounds =
+        device->sounds || (before.driver == &device->feed && renderedFrames > rendered);
     EXPECT(std::all_of(block.begin(), block.begin() + 2 * std::ptrdiff_t{frames},
                        [](float sample) { return sample >= -1.0F && sample <= 1.0F; }));
     return wanted;
@@ -165,8 +217,16 @@ static void CheckClock() {
 }
 
 static void Watch() {
-    started->timeline.FallSilentIfLost(clockNs);
-    started->timeline.AdvanceSilence(clockNs);
+    sound::OutputTimeline& timeline = started->timeline;
+    const auto before = timeline.GetState();
+    const bool fell = timeline.FallSilentIfLost(clockNs);
+    const auto between = timeline.GetState();
+    EXPECT(IsFree(between));
+    EXPECT(fell ? before.driver != nullptr && between.driver == nullptr
+                : AreSame(before, between) && !between.failed);
+    EXPECT(!fell || device == nullptr || device->feed.HasFailed());
+    timeline.AdvanceSilence(clockNs);
+    EXPECT(AreSame(between, timeline.GetState()));
     CheckClock();
 }
 
@@ -183,6 +243,7 @@ OutputHandle StartOutput(const Source& source) {
 void StopOutput::operator()(Output* output) const noexcept {
     CloseDevice();
     output->timeline.Close();
+    EXPECT(output->timeline.GetState().closed && IsFree(output->timeline.GetState()));
     started = nullptr;
     delete output;
 }
@@ -206,6 +267,7 @@ void ResetOutput() {
     clockNs = 1'000'000 * msNs;
     msSinceWatch = 0;
     decoderLags = false;
+    interruption.reset();
 }
 
 void PassTime(int ms) {
@@ -264,6 +326,10 @@ void MisreportBy(std::int64_t frames) {
 
 void LetDecoderLag(bool lag) {
     decoderLags = lag;
+}
+
+void InterruptNextRender(int who) {
+    interruption = who;
 }
 
 std::int64_t LastHeardFrames() {

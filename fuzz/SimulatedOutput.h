@@ -1,4 +1,5 @@
-// The live output's clock and device changes, in a time that the fuzzer controls.
+// The live output's clock and device changes, in a time that the fuzzer controls. What each call
+// makes of the timeline's state is compared with the table in docs/sound.md.
 #pragma once
 
 #include <cstdint>
@@ -36,6 +37,9 @@ void MisreportBy(std::int64_t frames);
 
 /// Whether the decoder causes underruns, or is waited for.
 void LetDecoderLag(bool lag);
+
+/// While the next frames are rendered, other threads use the timeline: @p who says which.
+void InterruptNextRender(int who);
 
 /// The position last reported to the library, in frames.
 std::int64_t LastHeardFrames();

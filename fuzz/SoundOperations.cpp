@@ -94,6 +94,9 @@ private:
         case fuzz::misreport:
             fuzz::MisreportBy(std::int64_t{100} * (argument - 128));
             break;
+        case fuzz::interrupt:
+            fuzz::InterruptNextRender(argument);
+            break;
         default:
             fuzz::LetDecoderLag(argument % 2 == 1);
         }

@@ -16,7 +16,7 @@ static constexpr std::int64_t paceWindowNs = 1000 * millisecondNs;
 static constexpr std::int64_t burstFrames = outputRateHz / 2;
 
 // Frames that may be between the callback and the listener; a device that claims more is wrong.
-static constexpr std::int64_t longestLatency = outputRateHz / 2;
+static constexpr std::int64_t longestLatency = longestWay - burstFrames;
 
 // How long a device may be late. One with estimated positions has a buffer of 200 ms besides; one
 // with exact positions has a cycle, and recovers sooner than it could be reopened.
@@ -37,24 +37,37 @@ bool DeviceFeed::Render(float* block, std::int32_t frames, std::int64_t playedFr
     if (HasFailed()) {
         return false;
     }
-    playedFrames = std::min(playedFrames, handedOut);
-    if (timeline.TryEnter()) {
-        const bool plays = timeline.driver.load() == this || (IsTrusted(playedFrames, reportedNs) &&
-                                                              TakeOver(playedFrames, reportedNs));
-        if (plays && !timeline.closed && !HasFailed()) {
-            Play(block, frames, playedFrames, reportedNs);
+    playedFrames = playedFrames < handedOut - longestLatency ? unknownPosition
+                                                             : std::min(playedFrames, handedOut);
+    if (Enter(playedFrames, reportedNs)) {
+        Play(block, frames, playedFrames, reportedNs);
+        timeline.LeaveTo(this);
+        if (HasFailed()) { // perhaps before it was the driver
+            timeline.MarkFailed(*this);
         }
-        timeline.Leave();
+    } else if (HasPlayed() && !timeline.GetState().closed) {
+        Fail(); // given up
+        return false;
     }
     handedOut += frames;
     return true;
 }
 
+// Occupies the timeline, of which it is the driver from then on; false: it gets zeros.
+bool DeviceFeed::Enter(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
+    if (HasPlayed()) {
+        return timeline.TryOccupy(reinterpret_cast<std::uintptr_t>(this));
+    }
+    if (!IsTrusted(playedFrames, reportedNs) || !timeline.TryOccupy(0)) {
+        return false;
+    }
+    TakeOver(playedFrames, reportedNs);
+    return true;
+}
+
 void DeviceFeed::Fail() noexcept {
     failed.store(true);
-    if (timeline.driver.load() == this) {
-        timeline.driverFailed.store(true);
-    }
+    timeline.MarkFailed(*this);
 }
 
 // Compares the frames requested with real time: a device without hardware takes any amount, one
@@ -65,7 +78,7 @@ bool DeviceFeed::IsPacePlausible(std::int32_t frames, std::int64_t reportedNs) n
     }
     const std::int64_t expected = FramesIn(reportedNs - paceNs);
     const std::int64_t asked = handedOut + frames - paceFrames;
-    const bool tooSlow = asked < expected - burstFrames && timeline.driver.load() == this;
+    const bool tooSlow = asked < expected - burstFrames && HasPlayed();
     if (asked > expected + burstFrames || tooSlow) {
         return false;
     }
@@ -79,7 +92,7 @@ bool DeviceFeed::IsPacePlausible(std::int32_t frames, std::int64_t reportedNs) n
 // Whether its position has advanced in real time for a while. Some devices play nothing for seconds
 // after they were started; one with exact positions requests nothing until it plays.
 bool DeviceFeed::IsTrusted(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
-    if (playedFrames == unknownPosition || handedOut - playedFrames > longestLatency) {
+    if (playedFrames == unknownPosition) {
         return false;
     }
     if (reports == Reports::Exact) {
@@ -97,23 +110,18 @@ bool DeviceFeed::IsTrusted(std::int64_t playedFrames, std::int64_t reportedNs) n
 // The next frame given to the device will be heard once the handedOut - playedFrames before it are.
 // It has to be the timeline's frame that the silent output would have reached at that moment. (Not
 // the position returned last, which may be later than the report.)
-bool DeviceFeed::TakeOver(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
-    if (timeline.IsSounding() || timeline.closed) {
-        return false;
-    }
+void DeviceFeed::TakeOver(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
     const std::int64_t ready = timeline.handedOut.load();
     const std::int64_t heard = std::min(timeline.playHead.Extrapolate(reportedNs), ready);
     const std::int64_t next = heard + handedOut - playedFrames;
     timeline.Discard(next - ready);
     silenceLeft = std::max<std::int64_t>(ready - next, 0);
+    gain = timeline.discardedSound ? 0.0F : 1.0F;
     offset = next - handedOut;
-    timeline.driverFailed.store(false);
     timeline.graceFrames.store(reports == Reports::Exact ? longGrace : shortGrace);
-    timeline.driver.store(this);
     hasPlayed.store(true);
     paceNs = reportedNs;
     paceFrames = handedOut;
-    return true;
 }
 
 void DeviceFeed::Play(float* block, std::int32_t frames, std::int64_t playedFrames,
@@ -127,6 +135,11 @@ void DeviceFeed::Play(float* block, std::int32_t frames, std::int64_t playedFram
     const std::int64_t silent = std::min<std::int64_t>(silenceLeft, frames);
     silenceLeft -= silent;
     timeline.Render(block + 2 * silent, static_cast<std::int32_t>(frames - silent));
+    for (std::int64_t i = silent; i < frames && gain < 1.0F; ++i) {
+        gain = std::min(gain + largestGainStep, 1.0F);
+        block[2 * i] *= gain;
+        block[2 * i + 1] *= gain;
+    }
 }
 
 } // namespace sound

@@ -1,6 +1,7 @@
 #include "OutputTimeline.h"
 
 #include <algorithm>
+#include <chrono>
 #include <thread>
 
 namespace sound {
@@ -8,9 +9,57 @@ namespace sound {
 // Render-ahead of the silent output, so that a watchdog thread that is a little late does no harm.
 static constexpr std::int64_t renderAhead = outputRateHz / 10;
 
+// How far the silent output catches up with real time after a device was lost: what the longest
+// grace and a late watchdog thread take, and the decoder has ready. A process that was stopped for
+// longer continues where it was.
+static constexpr std::int64_t longestCatchUp = outputRateHz / 2;
+
+// For a thread that must wait for another one: with real-time priority, it would keep that one from
+// running if it did anything but sleep.
+static constexpr std::chrono::microseconds nap{500};
+
+static constexpr std::uintptr_t occupiedFlag = 1;
+static constexpr std::uintptr_t failedFlag = 2;
+static constexpr std::uintptr_t closedFlag = 4;
+static constexpr std::uintptr_t flags = occupiedFlag | failedFlag | closedFlag;
+static_assert(alignof(DeviceFeed) > flags);
+
+static std::uintptr_t AddressOf(const DeviceFeed* feed) {
+    return reinterpret_cast<std::uintptr_t>(feed);
+}
+
+static DeviceFeed* DriverIn(std::uintptr_t state) {
+    return reinterpret_cast<DeviceFeed*>(state & ~flags);
+}
+
 OutputTimeline::OutputTimeline(const Source& played, std::int64_t nowNs) : source(played) {
     playHead.Publish(0, nowNs);
     AdvanceSilence(nowNs);
+}
+
+OutputTimeline::State OutputTimeline::GetState() const noexcept {
+    const std::uintptr_t now = state.load();
+    return {DriverIn(now), (now & occupiedFlag) != 0, (now & failedFlag) != 0,
+            (now & closedFlag) != 0};
+}
+
+// False: another thread was first.
+bool OutputTimeline::TryOccupy(std::uintptr_t seen) noexcept {
+    return (seen & occupiedFlag) == 0 && state.compare_exchange_strong(seen, seen | occupiedFlag);
+}
+
+// Flags that were set meanwhile stay, but for the failure of a driver that is no longer one.
+void OutputTimeline::LeaveTo(const DeviceFeed* driver) noexcept {
+    const std::uintptr_t kept = driver == nullptr ? closedFlag : closedFlag | failedFlag;
+    std::uintptr_t now = state.load();
+    while (!state.compare_exchange_weak(now, AddressOf(driver) | (now & kept))) {
+    }
+}
+
+void OutputTimeline::MarkFailed(const DeviceFeed& feed) noexcept {
+    std::uintptr_t now = state.load();
+    while (DriverIn(now) == &feed && !state.compare_exchange_weak(now, now | failedFlag)) {
+    }
 }
 
 std::int64_t OutputTimeline::HeardFrames(std::int64_t nowNs) noexcept {
@@ -19,31 +68,27 @@ std::int64_t OutputTimeline::HeardFrames(std::int64_t nowNs) noexcept {
 }
 
 void OutputTimeline::AdvanceSilence(std::int64_t nowNs) noexcept {
-    if (IsSounding() || !TryEnter()) {
-        return;
-    }
-    if (!IsSounding() && !closed) {
+    if (TryOccupy(AddressOf(nullptr))) {
         Discard(playHead.Extrapolate(nowNs) + renderAhead - handedOut.load());
+        LeaveTo(nullptr);
     }
-    Leave();
 }
 
+// A driver that is in its callback is alive, or found to be lost the next time. One whose callback
+// comes between the two steps is given up nevertheless.
 bool OutputTimeline::FallSilentIfLost(std::int64_t nowNs) noexcept {
-    if (!IsLost(nowNs)) {
+    const std::uintptr_t seen = state.load();
+    if (!IsLost(seen, nowNs) || !TryOccupy(seen)) {
         return false;
     }
-    Enter();
-    const bool lost = IsLost(nowNs); // the device may just have recovered
-    if (lost) {
-        FallSilent(nowNs);
-    }
-    Leave();
-    return lost;
+    FallSilent(*DriverIn(seen), nowNs);
+    return true;
 }
 
-bool OutputTimeline::IsLost(std::int64_t nowNs) noexcept {
-    return IsSounding() && (driverFailed.load() ||
-                            playHead.Extrapolate(nowNs) > handedOut.load() + graceFrames.load());
+bool OutputTimeline::IsLost(std::uintptr_t seen, std::int64_t nowNs) const noexcept {
+    return DriverIn(seen) != nullptr && (seen & closedFlag) == 0 &&
+           ((seen & failedFlag) != 0 ||
+            playHead.Extrapolate(nowNs) > handedOut.load() + graceFrames.load());
 }
 
 std::int64_t OutputTimeline::TimeUntilLostNs(std::int64_t nowNs) const noexcept {
@@ -51,33 +96,32 @@ std::int64_t OutputTimeline::TimeUntilLostNs(std::int64_t nowNs) const noexcept 
     return IsSounding() ? NsUntil(std::max<std::int64_t>(frames + 1, 0)) : 0;
 }
 
-void OutputTimeline::Forget(const DeviceFeed& feed, std::int64_t nowNs) noexcept {
-    Enter();
-    if (driver.load() == &feed) {
-        FallSilent(nowNs);
+void OutputTimeline::Forget(DeviceFeed& feed, std::int64_t nowNs) noexcept {
+    for (std::uintptr_t seen = state.load(); DriverIn(seen) == &feed; seen = state.load()) {
+        if (TryOccupy(seen)) {
+            FallSilent(feed, nowNs);
+        } else {
+            std::this_thread::sleep_for(nap);
+        }
     }
-    Leave();
 }
 
 void OutputTimeline::Close() noexcept {
-    Enter();
-    closed = true;
-    Leave();
-}
-
-// Frames that the device had but did not play count as heard, so that the clock continues.
-void OutputTimeline::FallSilent(std::int64_t nowNs) noexcept {
-    playHead.Publish(HeardFrames(nowNs), nowNs);
-    lateFrames.store(0);
-    driver.load()->failed.store(true);
-    driver.store(nullptr);
-    driverFailed.store(false);
-}
-
-void OutputTimeline::Enter() noexcept {
-    while (!TryEnter()) {
-        std::this_thread::yield();
+    state.fetch_or(closedFlag);
+    while (GetState().occupied) {
+        std::this_thread::sleep_for(nap);
     }
+}
+
+// The clock continues as if the device had played on. What it did not play counts as heard, and the
+// silent output catches up with what it did not request.
+void OutputTimeline::FallSilent(DeviceFeed& feed, std::int64_t nowNs) noexcept {
+    const std::int64_t heard =
+        std::min(playHead.Extrapolate(nowNs), handedOut.load() + longestCatchUp);
+    playHead.Publish(std::max(heard, HeardFrames(nowNs)), nowNs);
+    lateFrames.store(0);
+    feed.failed.store(true);
+    LeaveTo(nullptr);
 }
 
 void OutputTimeline::Render(float* block, std::int32_t frames) noexcept {
@@ -90,6 +134,8 @@ void OutputTimeline::Discard(std::int64_t frames) noexcept {
     while (frames > 0) {
         const std::int64_t block = std::min(frames, blockFrames);
         Render(discarded.data(), static_cast<std::int32_t>(block));
+        discardedSound = std::any_of(discarded.begin(), discarded.begin() + 2 * block,
+                                     [](float sample) { return sample != 0.0F; });
         frames -= block;
     }
 }

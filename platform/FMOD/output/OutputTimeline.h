@@ -18,68 +18,82 @@ inline constexpr std::int64_t unknownPosition = std::numeric_limits<std::int64_t
 
 /// Requests frames from the source and keeps the clock continuous across changes between devices
 /// and silent output. Has no thread and no clock: callers pass the time (CLOCK_MONOTONIC).
+///
+/// Its states, and who moves it from one to the next, are a table in docs/sound.md. No thread waits
+/// for another one in a device's callback, and none spins.
 class OutputTimeline {
 public:
+    struct State {
+        const DeviceFeed* driver; ///< null: silence
+        bool occupied;            ///< a thread renders, or changes the driver
+        bool failed;              ///< the driver has
+        bool closed;
+    };
+
     /// Starts with silent output at @p nowNs.
     OutputTimeline(const Source& source, std::int64_t nowNs);
     OutputTimeline(const OutputTimeline&) = delete;
     OutputTimeline& operator=(const OutputTimeline&) = delete;
 
+    /// Any thread, never blocks.
+    State GetState() const noexcept;
+
     /// Any thread, never blocks: as sound::HeardFrames.
     std::int64_t HeardFrames(std::int64_t nowNs) noexcept;
 
     /// Any thread: whether a device plays.
-    bool IsSounding() const noexcept { return driver.load() != nullptr; }
+    bool IsSounding() const noexcept { return GetState().driver != nullptr; }
 
     /// Watchdog thread, every few ms: advances the silent output, if no device plays.
     void AdvanceSilence(std::int64_t nowNs) noexcept;
 
     /// Watchdog thread: if the device that plays has failed, or has requested nothing for too long,
-    /// silent output takes over at the frame heard now; true if that happened.
+    /// silent output takes over at the frame that would be heard now; true if that happened.
     bool FallSilentIfLost(std::int64_t nowNs) noexcept;
 
     /// Any thread: the time in ns after which the device that plays now counts as lost unless it
     /// requests more; 0 if none plays.
     std::int64_t TimeUntilLostNs(std::int64_t nowNs) const noexcept;
 
-    /// Before @p feed is destroyed: silent output takes over if it is the one that plays.
-    void Forget(const DeviceFeed& feed, std::int64_t nowNs) noexcept;
+    /// Before @p feed is destroyed, whose callback has ended: silent output takes over if it is the
+    /// one that plays. May sleep until the watchdog thread has done that.
+    void Forget(DeviceFeed& feed, std::int64_t nowNs) noexcept;
 
-    /// When it returns, the source is no longer used and the clock is halted.
+    /// When it returns, the source is no longer used and the clock is halted. May sleep until a
+    /// block has been rendered.
     void Close() noexcept;
 
 private:
     friend class DeviceFeed;
 
-    /// A spin lock for rendering and changing the driver; a device's callback only tries it.
-    bool TryEnter() noexcept { return !occupied.exchange(true, std::memory_order_acquire); }
-    void Enter() noexcept;
-    void Leave() noexcept { occupied.store(false, std::memory_order_release); }
+    // The transitions between the states:
+    bool TryOccupy(std::uintptr_t seen) noexcept;
+    void LeaveTo(const DeviceFeed* driver) noexcept;
+    void MarkFailed(const DeviceFeed& feed) noexcept;
 
-    bool IsLost(std::int64_t nowNs) noexcept;
+    bool IsLost(std::uintptr_t seen, std::int64_t nowNs) const noexcept;
 
-    // Inside only:
-    void FallSilent(std::int64_t nowNs) noexcept;
+    // While occupied, by the thread that occupies it:
+    void FallSilent(DeviceFeed& feed, std::int64_t nowNs) noexcept;
     void Render(float* block, std::int32_t frames) noexcept;
     void Discard(std::int64_t frames) noexcept;
 
     Source source;
     PlayHead playHead;
     std::atomic<std::int64_t> handedOut{0};
-    std::atomic<DeviceFeed*> driver{nullptr}; // null: silence
-    std::atomic<bool> driverFailed{false};
+    std::atomic<std::uintptr_t> state{0}; // the driver's address and, in its low bits, the flags
     // How long the driver may request nothing after all its frames must have been heard.
     std::atomic<std::int64_t> graceFrames{0};
     // How far the clock may run beyond the frames handed out.
     std::atomic<std::int64_t> lateFrames{0};
-    std::atomic<bool> occupied{false};
-    bool closed = false; // inside only
+    // While occupied only:
     std::array<float, 1024> discarded;
+    bool discardedSound = false; // in the latest frames discarded
 };
 
 /// The callback side of one opened device. The device is first fed zeros; once its clock has proved
-/// plausible, it takes over the timeline, in sync.
-class DeviceFeed {
+/// plausible, it takes over the timeline, in sync. One that has lost the timeline has failed.
+class alignas(std::uint64_t) DeviceFeed {
 public:
     /// Whether the positions that the device reports are exact or estimated.
     enum class Reports { Exact, Estimated };
@@ -110,7 +124,8 @@ private:
 
     bool IsPacePlausible(std::int32_t frames, std::int64_t reportedNs) noexcept;
     bool IsTrusted(std::int64_t playedFrames, std::int64_t reportedNs) noexcept;
-    bool TakeOver(std::int64_t playedFrames, std::int64_t reportedNs) noexcept;
+    bool Enter(std::int64_t playedFrames, std::int64_t reportedNs) noexcept;
+    void TakeOver(std::int64_t playedFrames, std::int64_t reportedNs) noexcept;
     void Play(float* block, std::int32_t frames, std::int64_t playedFrames,
               std::int64_t reportedNs) noexcept;
 
@@ -128,6 +143,7 @@ private:
     std::int64_t trialFrames = 0; // and where it was then
     std::int64_t offset = 0;      // the timeline's frame number minus the device's
     std::int64_t silenceLeft = 0;
+    float gain = 1.0F; // less while it fades in
 };
 
 } // namespace sound

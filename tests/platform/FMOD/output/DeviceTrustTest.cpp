@@ -35,7 +35,6 @@ TEST_F(DeviceTrust, GoesOnSilentlyWhenTheDeviceAsksForNothingAnyMore) {
     device.RunUntil(now, 1000 * ms);
 
     // It has 100 ms in hand, and as much again to come back.
-    std::int64_t last = timeline.HeardFrames(now);
     std::int64_t stoppedMs = 0;
     while (!timeline.FallSilentIfLost(now + stoppedMs * ms) && stoppedMs < 1000) {
         stoppedMs += 5;
@@ -43,14 +42,12 @@ TEST_F(DeviceTrust, GoesOnSilentlyWhenTheDeviceAsksForNothingAnyMore) {
     EXPECT_GE(stoppedMs, 150);
     EXPECT_LE(stoppedMs, 210);
 
-    // No jump: each 10 ms bring 10 ms, from where the clock had come to a halt.
+    // The clock had come to a halt meanwhile; it continues as if it had not.
     now += stoppedMs * ms;
     EXPECT_EQ(timeline.HeardFrames(now), counter.next);
-    EXPECT_GE(timeline.HeardFrames(now), last);
-    last = timeline.HeardFrames(now);
-    for (std::int64_t later = 10; later < 500; later += 10) {
+    for (std::int64_t later = 0; later < 500; later += 10) {
         timeline.AdvanceSilence(now + later * ms);
-        EXPECT_EQ(timeline.HeardFrames(now + later * ms), last + later * 441 / 10);
+        ExpectNear(timeline.HeardFrames(now + later * ms), sound::FramesIn(now + later * ms), 1);
     }
 }
 

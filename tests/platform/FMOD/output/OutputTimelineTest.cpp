@@ -1,12 +1,17 @@
 // One sequence of frames, played by silence and by devices in turn.
 #include "OutputTimeline.h"
 
+#include "OneProcessor.h"
 #include "TimelineDevice.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <thread>
 #include <vector>
 
 using devices::Counter;
@@ -15,6 +20,7 @@ using devices::ExpectNear;
 using devices::ms;
 using sound::DeviceFeed;
 using sound::OutputTimeline;
+using sound::unknownPosition;
 
 using OutputTimelineTest = devices::TimelineFixture;
 
@@ -103,10 +109,9 @@ TEST_F(OutputTimelineTest, HandsOverAtOnceAndInStepToADeviceThatKnowsItsTime) {
             given += 441;
 
             EXPECT_TRUE(own.IsSounding());
-            if (block[0] > 0.0F) {
+            if (block[0] > 0.0F && ++compared > 2) { // the first two fade in
                 EXPECT_NEAR(block[0] - 1.0F,
                             static_cast<double>(sound::FramesIn(reportedNs + delayMs * ms)), 1.0);
-                ++compared;
             }
         }
         EXPECT_GT(compared, 35) << delayMs; // after what silence had rendered ahead
@@ -178,6 +183,50 @@ TEST_F(OutputTimelineTest, LeavesOutNoFrameOnceADeviceSounds) {
     }
 }
 
+TEST_F(OutputTimelineTest, FadesInWhereADeviceTakesOverInTheMusic) {
+    DeviceFeed feed(timeline, DeviceFeed::Reports::Exact);
+    std::vector<float> block(std::size_t{2} * 8192);
+    timeline.AdvanceSilence(500 * ms);
+
+    feed.Render(block.data(), 8192, 0, 500 * ms);
+
+    const auto first = static_cast<std::size_t>(
+        std::find_if(block.begin(), block.end(), [](float sample) { return sample != 0.0F; }) -
+        block.begin());
+    const auto number =
+        static_cast<double>(counter.next) - (8192.0 - static_cast<double>(first / 2));
+    for (std::size_t i = 0; first + 2 * i < block.size(); ++i) {
+        const double gain = std::min(static_cast<double>(i + 1) / devices::fadeFrames, 1.0);
+        const double frame = number + static_cast<double>(i) + 1.0;
+        ASSERT_NEAR(block[first + 2 * i], gain * frame, 1e-3 * frame) << i;
+        ASSERT_EQ(block[first + 2 * i], block[first + 2 * i + 1]) << i;
+    }
+}
+
+TEST_F(OutputTimelineTest, DoesNotFadeInTheFirstFrameOfTheMusic) {
+    float sample = 0.0F;
+    const auto render = [](void* context, float* block, std::int32_t frames) noexcept {
+        std::fill_n(block, 2 * static_cast<std::ptrdiff_t>(frames), *static_cast<float*>(context));
+    };
+    OutputTimeline own({&sample, render, nullptr}, now);
+    DeviceFeed feed(own, DeviceFeed::Reports::Exact);
+    std::vector<float> block(std::size_t{2} * 64);
+    std::int64_t asked = 0;
+    const auto ask = [&] {
+        feed.Render(block.data(), 64, asked, sound::NsUntil(asked));
+        asked += 64;
+    };
+    while (asked < 4410) { // what was rendered ahead
+        ask();
+    }
+    ASSERT_TRUE(feed.HasPlayed());
+
+    sample = 0.5F;
+    ask();
+
+    EXPECT_EQ(block, std::vector<float>(block.size(), 0.5F));
+}
+
 TEST_F(OutputTimelineTest, ReturnsToADeviceInStepAfterSilence) {
     Device first(timeline, now, now, 4410);
     first.RunUntil(now, 1000 * ms);
@@ -219,6 +268,114 @@ TEST_F(OutputTimelineTest, FeedsASecondDeviceZerosWhileTheFirstPlays) {
               static_cast<std::ptrdiff_t>(second.given.size()));
 }
 
+// Ten devices that stop asking, found to be lost up to 100 ms late: nobody hears 4 s of the music,
+// but the show ends when it should.
+TEST_F(OutputTimelineTest, LosesNoTimeWithTheDevicesItLoses) {
+    for (const auto reports : {Device::Reports::Estimated, Device::Reports::Exact}) {
+        Counter source;
+        OutputTimeline own(source.AsSource(), 0);
+        now = 0;
+        for (int lost = 0; lost < 10; ++lost) {
+            own.AdvanceSilence(now);
+            Device device(own, now, now, 2205, reports);
+            for (const std::int64_t end = now + 700 * ms; now < end; now += 10 * ms) {
+                own.AdvanceSilence(now);
+                device.Ask(441, now);
+            }
+            ASSERT_TRUE(own.IsSounding()) << lost;
+            while (!own.FallSilentIfLost(now)) {
+                now += 100 * ms;
+            }
+        }
+        own.AdvanceSilence(now);
+
+        ExpectNear(own.HeardFrames(now), sound::FramesIn(now), 44);
+        EXPECT_EQ(source.next, own.HeardFrames(now) + 4410);
+    }
+}
+
+// The process was stopped, perhaps with its device: it goes on where it was.
+TEST_F(OutputTimelineTest, DoesNotCatchUpWithAStopOfTheProcess) {
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 1000 * ms);
+
+    ASSERT_TRUE(timeline.FallSilentIfLost(now + 60'000 * ms));
+    timeline.AdvanceSilence(now + 60'000 * ms);
+
+    EXPECT_LT(timeline.HeardFrames(now + 60'000 * ms), sound::FramesIn(now + 700 * ms));
+}
+
+TEST_F(OutputTimelineTest, GivesItsDeviceWholeBlocksWhateverElseHappensMeanwhile) {
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 500 * ms);
+    ASSERT_TRUE(timeline.IsSounding());
+    Device other(timeline, now, now, 4410, Device::Reports::Exact);
+    int blocks = 0;
+    counter.whileRendering = [&] {
+        ++blocks;
+        ASSERT_TRUE(timeline.GetState().occupied);
+        ASSERT_EQ(timeline.GetState().driver, &device.feed);
+        timeline.AdvanceSilence(now);
+        EXPECT_FALSE(timeline.FallSilentIfLost(now + 5000 * ms)); // it is asking just now
+        other.feed.Render(std::vector<float>(882).data(), 441, unknownPosition, now);
+        timeline.Forget(other.feed, now);
+    };
+
+    device.RunUntil(now, 1000 * ms);
+
+    EXPECT_EQ(blocks, 50);
+    EXPECT_FALSE(timeline.GetState().occupied);
+    EXPECT_EQ(device.given.back(), counter.next);
+    EXPECT_TRUE(std::is_sorted(device.given.begin(), device.given.end()));
+    counter.whileRendering = [] {};
+}
+
+TEST_F(OutputTimelineTest, LosesADeviceThatFailsDuringItsCallback) {
+    Device device(timeline, now, now, 4410);
+    device.RunUntil(now, 500 * ms);
+    counter.whileRendering = [&] { device.feed.Fail(); };
+
+    EXPECT_TRUE(device.Ask(441, now));
+
+    EXPECT_EQ(device.given.back(), counter.next);
+    EXPECT_TRUE(timeline.GetState().failed);
+    EXPECT_FALSE(device.Ask(441, now));
+    EXPECT_TRUE(timeline.FallSilentIfLost(now));
+    EXPECT_FALSE(timeline.IsSounding());
+    counter.whileRendering = [] {};
+}
+
+TEST_F(OutputTimelineTest, LosesADeviceThatFailsWhileItTakesOver) {
+    DeviceFeed feed(timeline, DeviceFeed::Reports::Exact);
+    std::vector<float> block(std::size_t{2} * 8192);
+    counter.whileRendering = [&] { feed.Fail(); };
+
+    feed.Render(block.data(), 8192, 0, now);
+
+    EXPECT_EQ(timeline.GetState().driver, &feed);
+    EXPECT_TRUE(timeline.GetState().failed);
+    EXPECT_TRUE(timeline.FallSilentIfLost(now));
+    counter.whileRendering = [] {};
+}
+
+TEST_F(OutputTimelineTest, LetsADeviceWaitWhileItRendersSilence) {
+    DeviceFeed feed(timeline, DeviceFeed::Reports::Exact);
+    std::vector<float> block(std::size_t{2} * 441);
+    const std::vector<float> zeros(block.size(), 0.0F);
+    counter.whileRendering = [&] {
+        EXPECT_TRUE(feed.Render(block.data(), 441, 0, 500 * ms));
+        EXPECT_EQ(block, zeros);
+    };
+    timeline.AdvanceSilence(500 * ms);
+    counter.whileRendering = [] {};
+    ASSERT_TRUE(feed.WasAsked());
+    EXPECT_FALSE(feed.HasPlayed());
+
+    EXPECT_TRUE(feed.Render(block.data(), 441, 441, 510 * ms));
+
+    EXPECT_TRUE(feed.HasPlayed());
+}
+
 TEST_F(OutputTimelineTest, FallsSilentWhenItsDeviceIsForgotten) {
     Device device(timeline, now, now, 4410);
     device.RunUntil(now, 500 * ms);
@@ -242,4 +399,28 @@ TEST_F(OutputTimelineTest, AsksTheSourceForNothingOnceClosed) {
 
     EXPECT_EQ(counter.next, rendered);
     EXPECT_EQ(device.given.back(), 0);
+    EXPECT_TRUE(timeline.GetState().closed);
+}
+
+// On one processor a thread with real-time priority that waits in any other way would not let the
+// one run that it waits for: until the kernel intervenes, after 950 ms.
+TEST_F(OutputTimelineTest, SleepsWhileItWaitsForTheThreadThatRenders) {
+    std::atomic<bool> rendering{false};
+    counter.whileRendering = [&] {
+        rendering = true;
+        processor::BusyFor(200 * ms);
+    };
+
+    const std::int64_t used =
+        processor::UsedWaiting([&] { timeline.AdvanceSilence(10 * ms); },
+                               [&] {
+                                   while (!rendering) {
+                                       std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                                   }
+                                   timeline.Close();
+                                   EXPECT_FALSE(timeline.GetState().occupied);
+                               });
+
+    EXPECT_LT(used, 100 * ms);
+    counter.whileRendering = [] {};
 }

@@ -9,18 +9,23 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <vector>
 
 namespace devices {
 
 inline constexpr std::int64_t ms = 1'000'000; ///< in ns
 
+inline constexpr int fadeFrames = 512; ///< until a device that took over in the music is at full
+
 /// A source whose frames hold their own number plus one: 1, 2, 3, ... (0 is silence).
 struct Counter {
     std::int64_t next = 0;
+    std::function<void()> whileRendering = [] {};
 
     static void Render(void* context, float* block, std::int32_t frames) noexcept {
         auto* self = static_cast<Counter*>(context);
+        self->whileRendering();
         for (std::int32_t i = 0; i < frames; ++i) {
             ++self->next;
             *block++ = static_cast<float>(self->next);
@@ -51,7 +56,8 @@ struct Device {
         std::vector<float> block(2 * static_cast<std::size_t>(frames), -1.0F);
         const bool wanted = feed.Render(block.data(), frames, Played(nowNs) + positionError, nowNs);
         for (std::size_t i = 0; i < block.size(); i += 2) {
-            given.push_back(static_cast<std::int64_t>(block[i]));
+            sounding += block[i] != 0.0F ? 1 : 0;
+            given.push_back(sounding > fadeFrames ? static_cast<std::int64_t>(block[i]) : 0);
         }
         return wanted;
     }
@@ -70,8 +76,9 @@ struct Device {
 
     sound::DeviceFeed feed;
     std::int64_t startNs;
-    std::int64_t positionError = 0; ///< error of the reported position, in frames
-    std::vector<std::int64_t> given;
+    std::int64_t positionError = 0;  ///< error of the reported position, in frames
+    std::vector<std::int64_t> given; ///< silence also while it fades in
+    int sounding = 0;                ///< frames given that were not silent
 };
 
 inline void ExpectNear(std::int64_t found, std::int64_t expected, std::int64_t tolerance) {
