@@ -158,6 +158,35 @@ HelpAndVersionGoToStandardOutput() {
     grep -qx 'skovra-record [0-9.]*' out || fail "no version"
 }
 
+# full_output COMMAND...
+full_output() {
+    "$@" >/dev/full
+}
+
+full_errors() {
+    "$@" 2>/dev/full
+}
+
+OutputThatIsLostIsAnError() {
+    local option
+    for option in --help --version "--trace --size=16x16 --still=0=a.png" \
+        "--trace --size=16x16 --still=33000=b.png"; do
+        # shellcheck disable=SC2086 # several options
+        run 1 full_output "$recorder" $option
+        expect_said "skovra-record: standard output: "
+    done
+    # The frames themselves are written.
+    identify a.png b.png >/dev/null
+    expect_nothing_left a.png b.png
+}
+
+ProgressThatIsLostIsNone() {
+    run 0 full_errors "$recorder" --size 16x16 --still 0=a.png
+    run 0 full_output "$recorder" --size 16x16 --still 0=b.png
+    identify a.png b.png >/dev/null
+    expect_nothing_left a.png b.png
+}
+
 ProgressIsLinesOrABar() {
     run 0 "$recorder" --size 16x16 --still 33000=a.png
     expect_equal "lines" "10 20 30 40 50 60 70 80 90 100" \

@@ -9,6 +9,7 @@
 #include "VirtualTime.h"
 
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -18,6 +19,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -54,6 +56,18 @@ void DiscardStandardOutput() {
     if (nowhere >= 0) {
         dup2(nowhere, STDOUT_FILENO);
         close(nowhere);
+    }
+}
+
+/// Throws std::runtime_error if some of what was printed is lost.
+void FlushStandardOutput() {
+    errno = 0;
+    std::cout.flush();
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        // Of an earlier failure there is only the mark.
+        throw std::runtime_error("standard output: " + (errno != 0
+                                                            ? std::generic_category().message(errno)
+                                                            : "not all could be written"));
     }
 }
 
@@ -95,6 +109,7 @@ void Complete(int status, void*) {
     } else {
         try {
             recording->Finish();
+            FlushStandardOutput();
             complete = true;
         } catch (const std::exception& failure) {
             Say(failure.what());
@@ -137,11 +152,12 @@ int __wrap_main(int argc, char** argv) {
         std::cerr << UsageText();
         return 2;
     }
-    if (options.help || options.version) {
-        std::cout << (options.help ? UsageText() : "skovra-record " SKOVRA_VERSION "\n");
-        return 0;
-    }
     try {
+        if (options.help || options.version) {
+            std::cout << (options.help ? UsageText() : "skovra-record " SKOVRA_VERSION "\n");
+            FlushStandardOutput();
+            return 0;
+        }
         Record(options, argv[0]);
     } catch (const std::exception& failure) {
         Say(failure.what());
