@@ -51,6 +51,38 @@ ALinkStaysALink() {
     expect_equal "size" 16x16 "$(identify -format %wx%h folder/real.png)"
 }
 
+ALinkToNothingGetsWhatItLeadsTo() {
+    mkdir folder
+    ln -s folder/real.png link.png
+    ln -s folder/real.mp4 link.mp4
+    run 0 "$recorder" --size 16x16 --still 0=link.png link.mp4
+    expect_equal "links" "folder/real.png folder/real.mp4" "$(readlink link.png link.mp4 | xargs)"
+    expect_equal "size" 16x16 "$(identify -format %wx%h folder/real.png)"
+    ffprobe -v error folder/real.mp4
+    expect_nothing_left folder folder/real.png folder/real.mp4 link.png link.mp4
+}
+
+WhatIsReplacedKeepsItsPermissions() {
+    local file
+    for file in show.mp4 show.wav a.png; do
+        echo before >"$file"
+        chmod 600 "$file"
+    done
+    run 0 "$recorder" --size 16x16 --wav show.wav --still 0=a.png show.mp4
+    expect_equal "permissions" "600 600 600" "$(stat -c %a show.mp4 show.wav a.png | xargs)"
+    ffprobe -v error show.mp4
+}
+
+NamesOfAnyLengthAreWritten() {
+    local name
+    name=$(printf '%0251d' 0)
+    run 0 "$recorder" --size 16x16 --wav "$name.wav" --still "0=$name.png" "$name.mp4"
+    ffprobe -v error "$name.mp4"
+    expect_nothing_left "$name.mp4" "$name.wav" "$name.png"
+    run 1 "$recorder" --wav "0$name.wav"
+    expect_said "0$name.wav: File name too long"
+}
+
 FfmpegThatRefusesIsSaid() {
     stand_in_for_ffmpeg exit 3
     run 1 "$recorder" --size 320x240 show.mp4

@@ -16,6 +16,9 @@
 #include <stdexcept>
 #include <string>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 using record::Picture;
 using record::UnfinishedFile;
 using record::WavFile;
@@ -86,6 +89,96 @@ TEST_F(Files, NeitherFolderNorDeviceIsReplaced) {
     EXPECT_THROW(UnfinishedFile("/dev/null"), std::runtime_error);
     EXPECT_THROW(UnfinishedFile(Path("none/a")), std::runtime_error);
     EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(Files, LinkIsFollowedToAFileThatIsNotThereYet) {
+    fs::create_directory(Path("folder"));
+    fs::create_symlink("folder/second", Path("first"));
+    fs::create_symlink("../real", Path("folder/second"));
+    UnfinishedFile file(Path("first"));
+    Write(file.Path(), "whole");
+    file.Commit();
+    EXPECT_EQ(fs::read_symlink(Path("first")), "folder/second");
+    EXPECT_EQ(fs::read_symlink(Path("folder/second")), "../real");
+    EXPECT_FALSE(fs::is_symlink(Path("real")));
+    EXPECT_EQ(Read(Path("real")), "whole");
+    EXPECT_EQ(Count(), 3);
+}
+
+TEST_F(Files, LinkThatLeadsNowhereIsSaid) {
+    fs::create_symlink("none/file", Path("a"));
+    fs::create_symlink("loop", Path("loop"));
+    const auto says = [this](const std::string& name) {
+        try {
+            const UnfinishedFile file(Path(name));
+            return std::string("nothing");
+        } catch (const std::runtime_error& failure) {
+            return std::string(failure.what());
+        }
+    };
+    EXPECT_EQ(says("a"), "No such file or directory");
+    EXPECT_EQ(says("loop"), "Too many levels of symbolic links");
+    EXPECT_EQ(Count(), 2);
+}
+
+TEST_F(Files, KeptOneHasThePermissionsOfTheFormer) {
+    for (const unsigned int mode : {0600U, 0444U, 0640U, 0777U}) {
+        Write(Path("a"), "former");
+        fs::permissions(Path("a"), static_cast<fs::perms>(mode));
+        UnfinishedFile file(Path("a"));
+        EXPECT_EQ(fs::status(file.Path()).permissions(),
+                  fs::perms::owner_read | fs::perms::owner_write);
+        Write(file.Path(), "new");
+        file.Commit();
+        EXPECT_EQ(fs::status(Path("a")).permissions(), static_cast<fs::perms>(mode));
+        EXPECT_EQ(Read(Path("a")), "new");
+        fs::remove(Path("a"));
+    }
+}
+
+TEST_F(Files, NewOneHasThePermissionsOfAnyNewFile) {
+    Write(Path("other"), "");
+    UnfinishedFile(Path("a")).Commit();
+    EXPECT_EQ(fs::status(Path("a")).permissions(), fs::status(Path("other")).permissions());
+}
+
+TEST_F(Files, KeptOneHasTheOwnerOfTheFormer) {
+    constexpr uid_t nobody = 65534;
+    Write(Path("a"), "former");
+    if (chown(Path("a").c_str(), nobody, nobody) != 0) {
+        GTEST_SKIP() << "files cannot be given away here";
+    }
+    UnfinishedFile(Path("a")).Commit();
+    struct stat status = {};
+    ASSERT_EQ(stat(Path("a").c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, nobody);
+    EXPECT_EQ(status.st_gid, nobody);
+}
+
+TEST_F(Files, NameMayBeAsLongAsTheSystemAllows) {
+    const std::string beginning(240, 'n');
+    UnfinishedFile first(Path(beginning + std::string(15, '1')));
+    UnfinishedFile second(Path(beginning + std::string(15, '2')));
+    first.Commit();
+    second.Commit();
+    EXPECT_TRUE(fs::exists(Path(beginning + std::string(15, '1'))));
+    EXPECT_TRUE(fs::exists(Path(beginning + std::string(15, '2'))));
+    EXPECT_EQ(Count(), 2);
+}
+
+TEST_F(Files, LongNameIsCutBetweenLetters) {
+    for (const std::string start : {"", "n"}) {
+        std::string letters = start;
+        while (letters.size() < 100) {
+            letters += "\u00F8";
+        }
+        const UnfinishedFile file(Path(letters));
+        const std::string name = fs::path(file.Path()).filename();
+        EXPECT_LE(name.size(), letters.size());
+        const std::string kept = name.substr(0, name.find('.'));
+        EXPECT_EQ(kept.size() % 2, start.size()) << kept;
+        EXPECT_TRUE(letters.starts_with(kept));
+    }
 }
 
 TEST_F(Files, PngHasThePicturesRowsFromTheTopDown) {
