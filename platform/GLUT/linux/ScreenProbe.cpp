@@ -7,27 +7,12 @@
 #include <X11/extensions/xf86vmode.h>
 
 #include <algorithm>
-#include <fstream>
 #include <optional>
 #include <span>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace {
-
-/// The server's name as freeglut uses it: the last -display, which glutInit removes from the
-/// arguments without revealing it; without one, DISPLAY.
-std::optional<std::string> ServerName() {
-    std::ifstream arguments("/proc/self/cmdline", std::ios::binary);
-    std::optional<std::string> name;
-    for (std::string argument; std::getline(arguments, argument, '\0');) {
-        if (argument == "-display" && std::getline(arguments, argument, '\0')) {
-            name = argument;
-        }
-    }
-    return name;
-}
 
 /// Xlib ends the process on an error unless told otherwise; here an error is an answer.
 class ErrorsIgnored {
@@ -176,10 +161,8 @@ bool IsFreeToGrab(Display* display) {
 
 } // namespace
 
-ScreenProbe::ScreenProbe() {
-    const auto name = ServerName();
-    display.reset(XOpenDisplay(name ? name->c_str() : nullptr));
-}
+// DISPLAY names freeglut's server: glutInit sees to that.
+ScreenProbe::ScreenProbe() : display(XOpenDisplay(nullptr)) {}
 
 void ScreenProbe::Closer::operator()(Display* opened) const {
     XCloseDisplay(opened);
