@@ -3,17 +3,37 @@
 # shellcheck source=script/lib/show.sh
 . "$(dirname "$0")/../../script/lib/show.sh"
 
+# expect_cursor_shown: once, by the show, as it left.
+expect_cursor_shown() {
+    expect_equal "what the show did to the cursor" shown "$(cat "$CURSOR_LOG")"
+    expect_equal "cursor afterwards" visible "$("$PROGRAMS/cursor-state")"
+}
+
 EscapeRightAfterTheWindowOpensLeaves() {
-    open_in_window "$PROGRAMS/skovra"
+    open_in_window "$PROGRAMS/skovra-positions"
     leave
+    expect_cursor_shown
+}
+
+# close_window: by the window manager's own key for that.
+close_window() {
+    wait_for_position 1000
+    headless_key alt+F4
+    expect_exit 0
+    expect_output
+    expect_cursor_shown
 }
 
 ClosingTheWindowLeaves() {
     open_in_window "$PROGRAMS/skovra-positions"
-    wait_for_position 1000
-    headless_key alt+F4 # the window manager's own key for closing a window
-    expect_exit 0
-    expect_output
+    close_window
+}
+
+ClosingTheFullScreenWindowLeaves() {
+    open_full_screen "$PROGRAMS/skovra-positions"
+    headless_wait_active Skovra
+    expect_equal "cursor" hidden "$("$PROGRAMS/cursor-state")"
+    close_window
 }
 
 OtherKeysChangeNothing() {
@@ -29,4 +49,5 @@ OtherKeysChangeNothing() {
 }
 
 start_display
+export CURSOR_LOG=$headless_dir/cursor
 "$1"

@@ -1,6 +1,8 @@
 // Gives windows a class by which a desktop identifies the program: freeglut does not.
 //
 // By --wrap, see FullScreen.cpp.
+#include "ClosedWindow.h"
+
 #include <GL/freeglut.h>
 #include <GL/glx.h>
 #include <X11/Xlib.h>
@@ -23,6 +25,7 @@ int __wrap_glutCreateWindow(const char* title) {
     }
     XClassHint hint = {name.data(), capital.data()};
     XSetClassHint(glXGetCurrentDisplay(), glXGetCurrentDrawable(), &hint);
+    PressEscapeWhenClosed();
     return window;
 }
 }
