@@ -13,6 +13,8 @@
 #include <string>
 #include <system_error>
 
+#include <unistd.h>
+
 namespace {
 
 /// Both a string (in UTF-8) and a URL (an absolute path).
@@ -66,13 +68,20 @@ bool Copied(const std::string& bytes, char* buffer, CFIndex bufferSize) {
 /// Resources are in the first folder that exists; later ones are not searched.
 struct CFBundleObject {
     CFBundleObject() {
-        for (const auto& candidate : ResourceFolders()) {
+        std::error_code error;
+        for (const auto& candidate : ResourceFolders(error)) {
             searched += (searched.empty() ? "" : ", ") + candidate.string();
-            std::error_code error;
-            if (std::filesystem::is_directory(candidate, error)) {
+            const auto status = std::filesystem::status(candidate, error);
+            if (std::filesystem::is_directory(status)) {
                 folder = candidate;
-                break;
+                return;
             }
+            if (!std::filesystem::status_known(status)) {
+                searched += " (" + error.message() + ")";
+            }
+        }
+        if (searched.empty()) {
+            searched = "no folder: the program's own is unknown (" + error.message() + ")";
         }
     }
 
@@ -82,12 +91,10 @@ struct CFBundleObject {
 
 namespace {
 
-void SayMissing(const CFBundleObject& bundle, const std::string& file) {
-    const std::string line =
-        std::string(program_invocation_short_name) + ": resource " + file +
-        " not found; searched " +
-        (bundle.searched.empty() ? "no folder: the program's own is unknown" : bundle.searched) +
-        '\n';
+/// The reason, of which callers learn only that there is no path, or that opening fails.
+void Say(const std::string& resource, const std::string& problem) {
+    const std::string line = std::string(program_invocation_short_name) + ": resource " + resource +
+                             " " + problem + '\n';
     std::fputs(line.c_str(), stderr);
 }
 
@@ -119,7 +126,11 @@ CFBundleRef CFBundleGetMainBundle() {
 
 CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringRef type,
                                  CFStringRef subdirectory) {
-    if (bundle == nullptr || name == nullptr || subdirectory != nullptr) {
+    if (bundle == nullptr || subdirectory != nullptr) {
+        return nullptr;
+    }
+    if (name == nullptr) {
+        Say("(unknown)", "not found: its name cannot be converted");
         return nullptr;
     }
     const auto file = type == nullptr ? Bytes(name) : Bytes(name) + '.' + Bytes(type);
@@ -128,14 +139,27 @@ CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringR
     // error.
     std::error_code error;
     if (bundle->folder.empty() || !std::filesystem::exists(path, error)) {
-        SayMissing(*bundle, file);
+        Say(file, error ? "cannot be reached in " + bundle->folder.string() + ": " + error.message()
+                        : "not found; searched " + bundle->searched);
         return nullptr;
+    }
+    if (access(path.c_str(), R_OK) != 0) {
+        Say(file, "cannot be read: " + std::generic_category().message(errno));
     }
     return Handle<CFURLRef>(path.string());
 }
 
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean, UInt8* buffer, CFIndex bufferSize) {
-    return url != nullptr && Copied(Bytes(url), reinterpret_cast<char*>(buffer), bufferSize);
+    if (url == nullptr) {
+        return false;
+    }
+    const auto& path = Bytes(url);
+    const bool copied = Copied(path, reinterpret_cast<char*>(buffer), bufferSize);
+    if (!copied && buffer != nullptr && bufferSize > 0) {
+        Say(path, "has a path of " + std::to_string(path.size()) + " bytes, more than the " +
+                      std::to_string(bufferSize - 1) + " that are possible");
+    }
+    return copied;
 }
 
 void CFRelease(CFTypeRef object) {

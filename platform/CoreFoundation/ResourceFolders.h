@@ -2,7 +2,8 @@
 #pragma once
 
 #include <filesystem>
+#include <system_error>
 #include <vector>
 
-/// Absolute paths, best first; none when the program's own path is unknown.
-std::vector<std::filesystem::path> ResourceFolders();
+/// Absolute paths, best first; none, and @p error says why, when the program's own is unknown.
+std::vector<std::filesystem::path> ResourceFolders(std::error_code& error);

@@ -22,11 +22,12 @@ MusicWithAPathOf1023BytesIsPlayed() {
     expect_show "$folder/skovra-positions"
 }
 
-MusicWithAPathOf1024BytesIsNotFound() {
+MusicWithAPathOf1024BytesIsTold() {
     put_music_at 1024
     launch "$folder/skovra-positions"
     expect_music_error 'WARNING: CFURLGetFileSystemRepresentation returned FALSE
-FMOD error! (22) File not found. '
+FMOD error! (22) File not found. ' \
+        "skovra-positions: resource $folder/resources/synchtune.mp3 has a path of 1024 bytes, more than the 1023 that are possible"
 }
 
 # Deeper than any path can name.
@@ -42,7 +43,7 @@ ProgramWithoutAPathFindsNoMusic() {
     launch ./skovra-positions
     expect_music_error 'WARNING: CFURLGetFileSystemRepresentation returned FALSE
 FMOD error! (22) File not found. ' \
-        "skovra-positions: resource synchtune.mp3 not found; searched no folder: the program's own is unknown"
+        "skovra-positions: resource synchtune.mp3 not found; searched no folder: the program's own is unknown (File name too long)"
 }
 
 own_home() {
@@ -98,6 +99,13 @@ StartedFromAFolderWithSpacesAndLettersPlays() {
     start_elsewhere
     mv "$copy" "$headless_dir/min søte % \"demo\" 日本"
     expect_show "$headless_dir/min søte % \"demo\" 日本/skovra-positions"
+}
+
+# Letters of an older encoding, which are no UTF-8.
+StartedFromAFolderOfUnknownLettersPlays() {
+    start_elsewhere
+    mv "$copy" "$headless_dir/s"$'\xF8'"te"
+    expect_show "$headless_dir/s"$'\xF8'"te/skovra-positions"
 }
 
 start_display

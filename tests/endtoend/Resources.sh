@@ -32,12 +32,16 @@ expect_white_picture() {
     expect_equal "picture at $1 ms" 255,255,255 "$(colour_at "$headless_dir/shot.png" 1100 400)"
 }
 
-# missing FILE: what standard error says of it.
-missing() {
-    echo "skovra-positions: resource $1 not found; searched $copy/resources"
+# Of a file that is missing, or may not be read: what standard error says.
+missing="not found; searched FOLDER"
+forbidden="cannot be read: Permission denied"
+
+# told FILE PROBLEM: the line about it.
+told() {
+    echo "skovra-positions: resource $1 ${2/FOLDER/$copy/resources}"
 }
 
-# expect_show_without HOW PICTURE [WARNING]
+# expect_show_without HOW PICTURE PROBLEM [WARNING]: no PROBLEM, no line about it.
 expect_show_without() {
     echo "$2.png: $1"
     spoil "$1" "$2.png"
@@ -45,17 +49,17 @@ expect_show_without() {
     wait_for_position 300
     [ "$2" != skovr ] || expect_white_picture 300
     leave 60
-    expect_output "${@:3}"
-    expect_errors ${3:+"$(missing "$2.png")"} "$silence"
+    expect_output "${@:4}"
+    expect_errors ${3:+"$(told "$2.png" "$3")"} "$silence"
 }
 
-# expect_file_needed HOW ERROR [WARNING]: the music ends the program with ERROR, a picture is warned
-# of if at all, and missed.
+# expect_file_needed HOW ERROR PROBLEM [WARNING]: the music ends the program with ERROR, a picture is
+# warned of if at all, and missed.
 expect_file_needed() {
     local picture
     spoil "$1" synchtune.mp3
     launch "${program[@]}"
-    expect_music_error "$2" ${3:+"$(missing synchtune.mp3)"}
+    expect_music_error "$2" ${3:+"$(told synchtune.mp3 "$3")"}
     for picture in texture skovr credits; do
         expect_show_without "$1" "$picture" "${@:3}"
     done
@@ -67,8 +71,13 @@ expect_damage_borne() {
     spoil "$1" synchtune.mp3
     expect_show "${program[@]}"
     for picture in texture skovr credits; do
-        expect_show_without "$1" "$picture"
+        expect_show_without "$1" "$picture" ""
     done
+}
+
+# Or else it could not be removed.
+headless_at_exit() {
+    chmod -R u+rwX "$headless_dir"
 }
 
 start() {
@@ -77,16 +86,24 @@ start() {
     program=("$copy/skovra-positions")
 }
 
-MissingFilesAreTold() { expect_file_needed rm "$not_found" "$warning"; }
-LinksToNothingAreTold() { expect_file_needed link_to_nothing "$not_found" "$warning"; }
-EmptyFilesAreRefused() { expect_file_needed empty "$bad_format"; }
-FoldersAreRefused() { expect_file_needed make_folder "$bad_file"; }
+MissingFilesAreTold() { expect_file_needed rm "$not_found" "$missing" "$warning"; }
+LinksToNothingAreTold() { expect_file_needed link_to_nothing "$not_found" "$missing" "$warning"; }
+EmptyFilesAreRefused() { expect_file_needed empty "$bad_format" ""; }
+FoldersAreRefused() { expect_file_needed make_folder "$bad_file" ""; }
 
 FilesThatMayNotBeReadAreRefused() {
     spoil forbid skovr.png
     expect_forbidden cat "$copy/resources/skovr.png"
     program=("${without_privilege[@]}" "${program[@]}")
-    expect_file_needed forbid "$bad_file"
+    expect_file_needed forbid "$bad_file" "$forbidden"
+}
+
+AFolderThatMayNotBeEnteredIsTold() {
+    chmod 600 "$copy/resources"
+    expect_forbidden cat "$copy/resources/skovr.png"
+    launch "${without_privilege[@]}" "${program[@]}"
+    expect_music_error "$not_found" \
+        "$(told synchtune.mp3 "cannot be reached in FOLDER: Permission denied")"
 }
 
 FilesCutInTheMiddleAreBorne() { expect_damage_borne cut_in_the_middle; }

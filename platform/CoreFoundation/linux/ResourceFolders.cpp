@@ -2,10 +2,8 @@
 #include "ResourceFolders.h"
 
 #include <string>
-#include <system_error>
 
-std::vector<std::filesystem::path> ResourceFolders() {
-    std::error_code error;
+std::vector<std::filesystem::path> ResourceFolders(std::error_code& error) {
     const auto executable = std::filesystem::read_symlink("/proc/self/exe", error);
     if (error) {
         return {};

@@ -1,4 +1,6 @@
 // Where the bundle finds resources, asked of a program copied into folders made for each case.
+#include <CoreFoundation/CoreFoundation.h>
+
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -147,6 +149,50 @@ TEST_F(MainBundle, SaysWhereItLookedForAFolder) {
     EXPECT_EQ(Ask(program, "kj\xBFre", "png", standardError), line);
 }
 
+TEST_F(MainBundle, SaysWhyAResourceCannotBeReached) {
+    const auto folder = root / "bin/resources";
+    fs::create_directories(folder);
+    fs::create_symlink("loop.png", folder / "loop.png");
+    EXPECT_EQ(Ask(program, "loop", "png", standardError),
+              "program: resource loop.png cannot be reached in " + folder.string() +
+                  ": Too many levels of symbolic links\n");
+    const std::string name(252, 'n');
+    EXPECT_EQ(Ask(program, name, "png", standardError),
+              "program: resource " + name + ".png cannot be reached in " + folder.string() +
+                  ": File name too long\n");
+}
+
+TEST_F(MainBundle, SaysWhyAFolderCannotBeSearched) {
+    const auto folder = root / "bin/resources";
+    fs::create_symlink("resources", folder);
+    EXPECT_EQ(Ask(program, "a", "png", standardError),
+              "program: resource a.png not found; searched " + folder.string() +
+                  " (Too many levels of symbolic links), " + (root / "share/program").string() +
+                  "\n");
+}
+
+TEST_F(MainBundle, SaysThatAPathIsTooLong) {
+    const auto folder = FolderForPathOf(1024);
+    program = Install(folder);
+    const auto file = Put(folder / "resources/a.b");
+    EXPECT_EQ(Ask(program, "a", "b", standardError),
+              "program: resource " + file.string() +
+                  " has a path of 1024 bytes, more than the 1023 that are possible\n");
+}
+
+TEST_F(MainBundle, SaysThatANameCannotBeConverted) {
+    const auto* name =
+        CFStringCreateWithCString(kCFAllocatorDefault, "\xFF", kCFStringEncodingUTF8);
+    if (name != nullptr) {
+        CFRelease(name);
+        FAIL() << "it can be";
+    }
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(CFBundleCopyResourceURL(CFBundleGetMainBundle(), name, nullptr, nullptr), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "test_CoreFoundation: resource (unknown) not found: its name cannot be converted\n");
+}
+
 TEST_F(MainBundle, SaysNothingOfAResourceThatIsThere) {
     Put(root / "bin/resources/texture.png");
     EXPECT_EQ(Ask(program, "texture", "png", standardError), "");
@@ -181,6 +227,12 @@ TEST_F(MainBundle, PathsKeepSpacesAndLetters) {
     program = Install(root / "my s\u00F8k \u65E5");
     const auto file = Put(root / "my s\u00F8k \u65E5/resources/a texture.png");
     EXPECT_EQ(Ask(program, "a texture", "png"), file.string());
+}
+
+TEST_F(MainBundle, PathsKeepBytesThatAreNoLetters) {
+    program = Install(root / "s\xF8k");
+    const auto file = Put(root / "s\xF8k/resources/texture.png");
+    EXPECT_EQ(Ask(program, "texture", "png"), file.string());
 }
 
 TEST_F(MainBundle, NamesAreTurnedIntoUtf8) {
