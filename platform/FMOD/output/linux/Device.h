@@ -1,10 +1,10 @@
-// A sound device, which the device thread opens, watches and closes.
+// A sound device, which an attempt opens and closes.
 #pragma once
 
 namespace sound {
 
-/// One device, fed by the DeviceFeed that it was made with. Device thread only: all operations,
-/// the destructor included, may block for as long as the sound system hangs.
+/// One device, fed by the DeviceFeed that it was made with. Its attempt's thread only: all
+/// operations, the destructor included, may block for as long as the sound system hangs.
 class Device {
 public:
     Device() = default;

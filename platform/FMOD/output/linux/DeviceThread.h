@@ -1,4 +1,4 @@
-// Keeps a device open for the timeline, on a thread that may block in it.
+// Keeps a device open for the timeline.
 #pragma once
 
 #include <memory>
@@ -10,8 +10,9 @@ struct DeviceKind;
 struct LiveOutput;
 
 /// Starts the thread, which tries @p kinds (at least one; must live as long as the process) in
-/// order. The thread is detached: nobody waits for it, and it ends some time after
-/// LiveOutput::Stop. Throws std::system_error when no thread can be started.
+/// order. It calls no device itself (see DeviceAttempt), so that one that hangs does not keep it
+/// from trying the others. The thread is detached, and ends some time after LiveOutput::Stop.
+/// Throws std::system_error when no thread can be started.
 void StartDeviceThread(std::shared_ptr<LiveOutput> output, std::span<const DeviceKind> kinds);
 
 } // namespace sound

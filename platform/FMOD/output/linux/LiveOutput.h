@@ -10,7 +10,7 @@
 
 namespace sound {
 
-/// Shared ownership, so that a device thread that hangs in a sound server still has it.
+/// Shared ownership, so that a thread that hangs in a sound server still has it.
 struct LiveOutput {
     LiveOutput(const Source& source, std::int64_t nowNs) : timeline(source, nowNs) {}
 
@@ -41,9 +41,9 @@ struct LiveOutput {
     OutputTimeline timeline;
     std::atomic<bool> deviceFailed{false};  ///< the latest attempt to open one failed
     std::atomic<bool> deviceStarted{false}; ///< one is open, and may be about to play
-    std::atomic<bool> deviceClosed{false};  ///< by the device thread, at its end
     std::atomic<bool> soundWanted{false};   ///< something has been or is about to be played
     std::atomic<bool> deviceWanted{true};   ///< false: SKOVRA_SOUND asks for silence
+    std::atomic<int> deviceThreads{0};      ///< that have not ended: the device thread, attempts
 
 private:
     std::mutex mutex;

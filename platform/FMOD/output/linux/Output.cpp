@@ -46,7 +46,6 @@ OutputHandle StartOutput(const Source& source) {
     LiveOutput& live = *output->live;
     const std::span<const DeviceKind> kinds = ChosenDevices();
     live.deviceWanted = !kinds.empty();
-    live.deviceClosed = kinds.empty();
     if (live.deviceWanted) {
         StartDeviceThread(output->live, kinds);
     }
@@ -57,7 +56,7 @@ OutputHandle StartOutput(const Source& source) {
 void StopOutput::operator()(Output* output) const noexcept {
     output->live->timeline.Close();
     output->live->Stop();
-    WaitFor(longestWait, [output] { return output->live->deviceClosed.load(); });
+    WaitFor(longestWait, [output] { return output->live->deviceThreads == 0; });
     delete output;
 }
 
