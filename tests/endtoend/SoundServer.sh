@@ -58,6 +58,70 @@ IsHeardAgainOnAReturned() {
     expect_positions_of_a_whole_show
 }
 
+# open_with_jack SERVER: with a library of JACK's that hangs and the server "default", see
+# HangingJack.cpp, where the environment names SERVER.
+open_with_jack() {
+    mkdir "$headless_dir/jack"
+    export PULSE_SERVER=unix:$headless_dir/runtime/pulse-socket # where it will be
+    open_in_window env "LD_PRELOAD=$PROGRAMS/libhanging-jack.so" "HANGING_JACK=$headless_dir/jack" \
+        "JACK_DEFAULT_SERVER=$1" "$PROGRAMS/skovra-positions"
+}
+
+IsHeardBesideAHangingJackOnALate() {
+    open_with_jack default
+    headless_wait_until 20 "JACK to hang" [ -e "$headless_dir/jack/entered" ]
+    "start_$server"
+    headless_wait_until 15 "the show to be heard" show_is_heard
+    leave
+    expect_output
+}
+
+# cubeb would try it where there is no PulseAudio.
+CallsNoJackInPlaceOf() {
+    open_with_jack another
+    wait_for_position 1500
+    [ ! -e "$headless_dir/jack/entered" ] || fail "JACK's library was called without its server"
+    leave
+    expect_output
+}
+
+# memory_files: shared memory that the show has open, and that others could open by name.
+memory_files() {
+    { cat "/proc/$headless_pid/maps" && readlink "/proc/$headless_pid/fd/"*; } |
+        grep -o '/dev/shm/.*' | grep -v ' (deleted)$' | sort -u || :
+}
+
+# has_no_segments: shared memory that the show has made, and that has a number. The X server lets go
+# of it in its own good time.
+has_no_segments() {
+    awk -v show="$headless_pid" '$5 == show { found = 1 } END { exit found }' /proc/sysvipc/shm
+}
+
+# expect_no_memory_left WHEN: by a show that is killed then.
+expect_no_memory_left() {
+    local name
+    memory_files >"$headless_dir/memory"
+    kill -KILL "$headless_pid"
+    expect_exit 137
+    while read -r name; do
+        [ ! -e "$name" ] || fail "$name is left by a show that was killed $1"
+    done <"$headless_dir/memory"
+    headless_wait_until 10 "the show's shared memory to go" has_no_segments ||
+        fail "segments are left by a show that was killed $1"
+}
+
+LeavesNoSharedMemoryWhenKilledOn() {
+    launch "$PROGRAMS/skovra-positions"
+    headless_wait_active "$title" 60
+    headless_wait_until 20 "the show's stream" show_is_heard
+    expect_no_memory_left "while a box is shown"
+    headless_forget_windows
+    open_in_window "$PROGRAMS/skovra-positions"
+    wait_for_position 2000
+    expect_heard
+    expect_no_memory_left "while it plays"
+}
+
 # The watch on what the output's callback does is libcallback-watch.so, see its source.
 KeepsTheRulesOfACallbackOf() {
     local report=$headless_dir/callbacks
@@ -78,5 +142,5 @@ case $1 in
 *) server=PulseAudio library=cubeb ;;
 esac
 start_display
-"start_$server"
+[[ $1 = *OnALate* || $1 = *InPlaceOf* ]] || "start_$server"
 "${1%"$server"}"

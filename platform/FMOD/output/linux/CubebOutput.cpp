@@ -1,10 +1,14 @@
 #include "CubebOutput.h"
 
 #include "Clock.h"
+#include "JackGate.h"
 #include "Output.h"
 #include "OutputTimeline.h"
 
 #include <cubeb/cubeb.h>
+
+#include <optional>
+#include <string_view>
 
 #include <malloc.h>
 
@@ -35,13 +39,28 @@ static void Notice(cubeb_stream*, void* feed, cubeb_state state) {
     }
 }
 
+static cubeb* OpenedContext(const char* backend) {
+    std::optional<JackGate> gate;
+    if (std::string_view(backend) != "jack") {
+        gate.emplace();
+    }
+    cubeb* context = nullptr;
+    cubeb_init(&context, "Skovra", backend);
+    return context;
+}
+
+// Or cubeb has opened another, which is tried by its own name.
+static bool IsOf(std::string_view backend, cubeb* context) {
+    return std::string_view(cubeb_get_backend_id(context)).starts_with(backend); // pulse-rust, too
+}
+
 bool CubebOutput::Start() {
     mallopt(M_MMAP_THRESHOLD, largestStoredBytes); // the default, but no longer adjusted
-    cubeb* openedContext = nullptr;
-    if (cubeb_init(&openedContext, "Skovra", backend) != CUBEB_OK) {
+    cubeb* openedContext = OpenedContext(backend);
+    context.reset(openedContext);
+    if (openedContext == nullptr || !IsOf(backend, openedContext)) {
         return false;
     }
-    context.reset(openedContext);
 
     cubeb_stream_params params = {};
     params.format = CUBEB_SAMPLE_FLOAT32NE;

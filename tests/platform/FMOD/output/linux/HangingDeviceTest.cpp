@@ -53,6 +53,8 @@ static cubeb_state_callback tellState = nullptr;
 static void* user = nullptr;
 static std::mutex backendsMutex;
 static std::vector<std::string> backends; // that were tried
+static std::string opens;                 // the latest, or another that is opened in its place
+static std::string opensInstead;
 // Since when the latest stream plays; 0: it cannot tell.
 static std::atomic<std::int64_t> startNs{0};
 
@@ -98,8 +100,13 @@ int cubeb_init(cubeb** context, const char*, const char* backend) {
     }
     script::Count(script::contexts, 1);
     script::Enter("cubeb_init");
+    script::opens = script::opensInstead.empty() ? backend : script::opensInstead;
     *context = reinterpret_cast<cubeb*>(&object);
     return CUBEB_OK;
+}
+
+const char* cubeb_get_backend_id(cubeb*) {
+    return script::opens.c_str();
 }
 
 void cubeb_destroy(cubeb*) {
@@ -241,6 +248,26 @@ TEST(RefusedDevice, IsFollowedByTheNextKind) {
     std::vector<std::string> tried = TakeBackends();
     tried.resize(4);
     EXPECT_EQ(tried, std::vector<std::string>({"pulse", "alsa", "pulse", "alsa"}));
+}
+
+// As cubeb does where it cannot open the one asked for.
+TEST(DeviceOfAnotherKind, IsRefused) {
+    TakeBackends();
+    setenv("JACK_DEFAULT_SERVER", "nonexistent", 1);
+    script::contextsEver = 0;
+    script::streamsEver = 0;
+    script::opensInstead = "sndio";
+
+    sound::OutputHandle output = StartedOutput();
+    AwaitRounds(4);
+    output.reset();
+    script::WaitFor(script::contexts, 0);
+    script::opensInstead.clear();
+
+    std::vector<std::string> tried = TakeBackends();
+    tried.resize(4);
+    EXPECT_EQ(tried, std::vector<std::string>({"pulse", "alsa", "pulse", "alsa"}));
+    EXPECT_EQ(script::streamsEver, 0);
 }
 
 // The latest stream asks as it plays, until it is given ones.
