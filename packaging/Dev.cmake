@@ -18,7 +18,8 @@ install(TARGETS
         platform_Carbon_alerts platform_Carbon_cursor platform_CoreFoundation platform_FMOD
         platform_FMOD_decoder platform_FMOD_decoder_api platform_FMOD_mix platform_FMOD_music
         platform_FMOD_output platform_FMOD_output_api platform_FMOD_timeline platform_GLUT
-        platform_OpenGL platform_StandardStreams platform_glpng platform_objc
+        platform_OpenGL platform_Room platform_RoomAtStart platform_StandardStreams platform_glpng
+        platform_objc
     EXPORT SkovraTargets
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/skovra ${dev})
 set_target_properties(skovra_engine PROPERTIES EXPORT_NAME engine)

@@ -5,6 +5,8 @@
 #include "Devices.h"
 #include "LiveOutput.h"
 
+#include "Room.h"
+
 #include <chrono>
 #include <exception>
 #include <new>
@@ -91,7 +93,8 @@ bool DeviceAttempt::Open(std::unique_ptr<Device>& device) {
     const InLibrary inside;
     try {
         device = kind.make(feed);
-        return device != nullptr && !feed.HasFailed() && device->Start();
+        return device != nullptr && !feed.HasFailed() && MissingFrom(roomForDevice) == nullptr &&
+               device->Start();
     } catch (const std::bad_alloc&) {
         return false;
     }

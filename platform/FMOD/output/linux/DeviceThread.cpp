@@ -51,7 +51,8 @@ public:
     void Round() {
         const auto candidates = IsFaithful() ? std::span(latest, 1) : std::span(all);
         for (Candidate& candidate : candidates) {
-            if (Try(candidate, candidates.size() > 1)) {
+            const bool mayOpen = !output->displayFirst || output->soundWanted;
+            if (mayOpen && Try(candidate, candidates.size() > 1)) {
                 return;
             }
         }

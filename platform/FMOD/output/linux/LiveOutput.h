@@ -43,6 +43,7 @@ struct LiveOutput {
     std::atomic<bool> deviceStarted{false}; ///< one is open, and may be about to play
     std::atomic<bool> soundWanted{false};   ///< something has been or is about to be played
     std::atomic<bool> deviceWanted{true};   ///< false: SKOVRA_SOUND asks for silence
+    std::atomic<bool> displayFirst{false};  ///< there may be too little room for it and a device
     std::atomic<int> deviceThreads{0};      ///< that have not ended: the device thread, attempts
 
 private:

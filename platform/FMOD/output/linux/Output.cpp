@@ -7,6 +7,8 @@
 #include "LiveOutput.h"
 #include "SilentOutput.h"
 
+#include "Room.h"
+
 #include <chrono>
 #include <thread>
 
@@ -47,6 +49,7 @@ OutputHandle StartOutput(const Source& source) {
     const std::span<const DeviceKind> kinds = ChosenDevices();
     live.deviceWanted = !kinds.empty();
     if (live.deviceWanted) {
+        live.displayFirst = MissingFrom(RoomForShow() + roomForDevice) != nullptr;
         StartDeviceThread(output->live, kinds);
     }
     WaitForDevice(live);
