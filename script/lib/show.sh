@@ -54,7 +54,7 @@ start_sound_server() {
     rm -f "$socket" # of a server that was killed
     env "${@:3}" pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no \
         --disable-shm=yes -L "module-null-sink ${1:-}" \
-        -L "module-native-protocol-unix socket=$socket" >"$headless_dir/pulse.log" 2>&1 &
+        -L "module-native-protocol-unix socket=$socket auth-anonymous=1" >"$headless_dir/pulse.log" 2>&1 &
     sound_server=$!
     headless_pids+=("$sound_server")
     headless_wait_until 30 "the sound server" [ -S "$socket" ]
