@@ -73,5 +73,20 @@ LittleMemoryPlaysSilentlyOrIsTold() {
         --as 100000000 300000000 600000000 1300000000 1700000000 16000000000 --
 }
 
+FilesThatMayNotGrowAreNotMissed() {
+    launch prlimit --fsize=0 "$PROGRAMS/skovra"
+    answer Escape
+    headless_wait_active "$title"
+    leave 60
+}
+
+AReasonThatNobodyReadsEndsNothingElse() {
+    local stream status=0
+    exec {stream}> >(:)
+    wait "$!" # for the reader to be gone
+    prlimit --nofile=9 "$PROGRAMS/skovra" 2>&"$stream" || status=$?
+    expect_equal status 1 "$status"
+}
+
 start_display
 "$1"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstddef>
 #include <exception>
@@ -40,10 +41,11 @@ bool IsAddressSpaceFree(int wantedMebibytes) {
     return limit.rlim_cur >= used && limit.rlim_cur - used >= wanted;
 }
 
-// A thread that has been joined counts for a moment more.
+// A thread that has been joined counts for a moment more. (To yield would not let it end on the same
+// processor if this one has real-time priority.)
 void AwaitEnd(pid_t thread) {
     while (tgkill(getpid(), thread, 0) == 0) {
-        std::this_thread::yield();
+        std::this_thread::sleep_for(std::chrono::microseconds(100));
     }
 }
 

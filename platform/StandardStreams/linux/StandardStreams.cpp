@@ -1,4 +1,5 @@
-// Keeps the show running when standard streams are closed at the start, or their reader goes away.
+// Keeps the show running when standard streams are closed at the start, their reader goes away, or
+// their file may not grow.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -18,10 +19,11 @@ void OpenClosedStreams() {
     }
 }
 
-/// Runs before main, without being called.
-[[gnu::constructor]] void PrepareStandardStreams() {
+/// Runs before main and before other constructors, which may print, without being called.
+[[gnu::constructor(101)]] void PrepareStandardStreams() {
     OpenClosedStreams();
     std::signal(SIGPIPE, SIG_IGN); // would end a program whose output is not read
+    std::signal(SIGXFSZ, SIG_IGN); // the same where files may not grow (ulimit -f)
 }
 
 } // namespace
