@@ -22,9 +22,11 @@ struct PngImage {
 inline constexpr std::size_t maxPixelBytes = std::size_t{256} << 20;
 
 /// Reads the PNG file that starts at the position of @p file.
-/// False, with @p image in any state: it is not a PNG file, is damaged or truncated, has a side of
-/// more than @p maxSide (>= 1) pixels, or pixels that would need more than maxPixelBytes, which are
-/// then not allocated. Throws nothing.
+/// False, with @p image in any state: it is not a PNG file, is truncated, has a side of more than
+/// @p maxSide (>= 1) pixels, or pixels that would need more than maxPixelBytes, which are then not
+/// allocated; a critical chunk or tRNS is wrong in checksum, length, place or number; or a pixel's
+/// index is beyond the palette. Damage in other chunks, and what follows the picture in its IDAT
+/// chunks, are ignored. Throws nothing.
 bool DecodePng(std::FILE* file, unsigned int maxSide, PngImage& image);
 
 } // namespace glpng

@@ -53,6 +53,7 @@ Bytes Encode(const PngFile& file) {
     const Writer writer;
     png_set_write_fn(writer.png, &bytes, Append, nullptr);
     png_set_compression_level(writer.png, file.compression);
+    png_set_check_for_invalid_index(writer.png, 0);
     SetHeader(writer, file);
     png_write_info(writer.png, writer.info);
     const std::size_t rowBytes = png_get_rowbytes(writer.png, writer.info);

@@ -27,7 +27,7 @@ struct PngFile {
 };
 
 /// The bytes of @p file. Throws std::runtime_error when the rows do not fill the picture; a
-/// description that makes no PNG file ends the process.
+/// description that makes no PNG file ends the process, but indices may be beyond the palette.
 Bytes Encode(const PngFile& file);
 
 /// The file @p bytes with another size in its header, whose checksum is still right.

@@ -1,0 +1,112 @@
+#include "NeededChunks.h"
+
+#include <algorithm>
+#include <array>
+
+namespace glpng {
+
+static constexpr std::size_t headBytes = 8;
+static constexpr std::size_t checksumBytes = 4;
+
+static constexpr std::uint32_t transparency = 0x74524E53; // tRNS
+static constexpr std::uint32_t pixels = 0x49444154;       // IDAT
+static constexpr std::uint32_t end = 0x49454E44;          // IEND
+static constexpr std::uint32_t ancillaryBit = 0x20000000;
+
+static std::uint32_t BigEndian(const unsigned char* bytes) {
+    return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
+           static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+}
+
+// Of all bytes; the checksum of PNG files is CRC-32.
+static constexpr std::array<std::uint32_t, 256> remainders = [] {
+    std::array<std::uint32_t, 256> table = {};
+    for (std::uint32_t byte = 0; byte < table.size(); ++byte) {
+        std::uint32_t remainder = byte;
+        for (int bit = 0; bit < 8; ++bit) {
+            remainder = remainder >> 1 ^ ((remainder & 1) != 0 ? 0xEDB88320U : 0);
+        }
+        table[byte] = remainder;
+    }
+    return table;
+}();
+
+// The checksum of what @p checksum is of, and then @p count more bytes.
+static std::uint32_t Extended(std::uint32_t checksum, const unsigned char* bytes,
+                              std::size_t count) {
+    checksum = ~checksum;
+    for (std::size_t i = 0; i < count; ++i) {
+        checksum = checksum >> 8 ^ remainders[(checksum ^ bytes[i]) & 0xFF];
+    }
+    return ~checksum;
+}
+
+static bool IsNeeded(std::uint32_t name) {
+    return (name & ancillaryBit) == 0 || name == transparency;
+}
+
+bool NeededChunks::Read(unsigned char* bytes, std::size_t count) {
+    if (left == 0) {
+        return count == headBytes && ReadHead(bytes);
+    }
+    if (count > left || std::fread(bytes, 1, count, file) != count) {
+        return false;
+    }
+    left -= count;
+    if (begun && left == 0) {
+        return count == checksumBytes && BigEndian(bytes) == checksum;
+    }
+    checksum = Extended(checksum, bytes, count);
+    return true;
+}
+
+bool NeededChunks::ReadHead(unsigned char* head) {
+    for (;;) {
+        if (std::fread(head, 1, headBytes, file) != headBytes) {
+            return false;
+        }
+        left = BigEndian(head) + checksumBytes;
+        name = BigEndian(head + 4);
+        checksum = Extended(0, head + 4, 4);
+        const bool isFirst = !begun;
+        if (!Enter()) {
+            return false;
+        }
+        if (isFirst || IsNeeded(name)) {
+            return true;
+        }
+        if (std::fseek(file, static_cast<long>(left), SEEK_CUR) != 0) {
+            return false;
+        }
+    }
+}
+
+bool NeededChunks::Enter() {
+    if (name == pixels && pixelsEnded) {
+        return false;
+    }
+    begun = true;
+    pixelsEnded = pixelsBegun && name != pixels;
+    pixelsBegun = pixelsBegun || name == pixels;
+    return true;
+}
+
+bool NeededChunks::ReadRest() {
+    std::array<unsigned char, 4096> bytes = {};
+    for (;;) {
+        while (left > 0) {
+            const std::size_t data = left > checksumBytes ? left - checksumBytes : left;
+            if (!Read(bytes.data(), std::min(data, bytes.size()))) {
+                return false;
+            }
+        }
+        if (name == end) {
+            return true;
+        }
+        if (!ReadHead(bytes.data()) || (name == end ? left != checksumBytes : name != pixels)) {
+            return false;
+        }
+    }
+}
+
+} // namespace glpng

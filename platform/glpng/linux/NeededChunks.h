@@ -1,0 +1,41 @@
+// What libpng gets to see of a file.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+
+namespace glpng {
+
+/// A PNG file without the chunks that no pixel depends on: they are neither read nor stored,
+/// whatever length they claim. What libpng makes of them differs between its versions, and so does
+/// what it makes of the chunks behind the picture, which are therefore checked here.
+class NeededChunks {
+public:
+    /// Of the file that starts at the position of @p openFile.
+    explicit NeededChunks(std::FILE* openFile) : file(openFile) {}
+
+    /// The next @p count bytes, as libpng asks for them: the signature; the length and name of a
+    /// chunk together; some of its data; its checksum. False at the end of the file, where a
+    /// checksum is wrong, and where pixels go on after another chunk.
+    bool Read(unsigned char* bytes, std::size_t count);
+
+    /// Once the picture is complete: whether all that follows it may.
+    bool ReadRest();
+
+private:
+    static constexpr std::size_t signatureBytes = 8;
+
+    bool ReadHead(unsigned char* head);
+    bool Enter();
+
+    std::FILE* file;
+    std::size_t left = signatureBytes; // to read of the signature or chunk
+    std::uint32_t name = 0;            // of the chunk
+    std::uint32_t checksum = 0;        // of what was read of it
+    bool begun = false;
+    bool pixelsBegun = false;
+    bool pixelsEnded = false;
+};
+
+} // namespace glpng
