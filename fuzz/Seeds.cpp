@@ -1,7 +1,7 @@
 // Small valid inputs to begin with: fuzz_seeds FOLDER makes FOLDER/TARGET/*.
 #include "Mp3Files.h"
 #include "Operation.h"
-#include "PngFile.h"
+#include "PngChunks.h"
 #include "Tone.h"
 
 #include <gtest/gtest.h>
@@ -57,6 +57,13 @@ static void MakePictures(Numbered seeds) {
     const Bytes colour = Encode(Picture(PNG_COLOR_TYPE_RGB_ALPHA, 8, 36));
     seeds.Write(gltest::WithClaimedSize(colour, 8192, 8192)); // as large as may be
     seeds.Write(gltest::WithClaimedSize(colour, 8448, 8192));
+    for (const char* name : {"tEXt", "zTXt", "iTXt", "iCCP", "sPLT", "eXIf", "pCAL", "ABCD"}) {
+        for (const int place : {1, 2}) {
+            auto chunks = gltest::ChunksOf(colour);
+            chunks.insert(chunks.begin() + place, {.name = name, .data = {'x', 0, 0, '1', 0}});
+            seeds.Write(FileOf(chunks));
+        }
+    }
 }
 
 static Bytes Encoded(const std::vector<float>& frames, const std::vector<std::string>& options) {
@@ -80,6 +87,9 @@ static void MakeMusic(Numbered seeds) {
     seeds.Write(Encoded(loud, {"-b", "32"}));
     seeds.Write(files::Joined({files::Tag(300, 300), constant}));
     seeds.Write(files::Joined({constant, files::Noise(500), slow}));
+    seeds.Write(files::Joined({files::First(constant, 1500), files::Tag(300, 300), slow}));
+    seeds.Write(files::Joined({{0, 0, 0, 8, 'f', 'r', 'e', 'e'}, constant}));
+    seeds.Write(files::Joined({slow, Bytes(9000, 0), slow}));
     seeds.Write(files::LayerTwo());
 }
 
