@@ -27,10 +27,12 @@ public:
     /// std::bad_alloc when memory ran out.
     virtual Progress Read(std::vector<float>& frames) = 0;
 
-    /// Back to the beginning. Throws std::bad_alloc when memory ran out.
+    /// Back to the beginning; ends an interruption. Reads a bounded part of the file. Throws
+    /// std::bad_alloc when memory ran out.
     virtual FMOD_RESULT Rewind() = 0;
 
-    /// Any thread: makes Read, also one under way, come back soon, and every later one fail.
+    /// Any thread: makes Read, also one under way, come back soon with any answer, and every later
+    /// one until Rewind.
     virtual void Interrupt() = 0;
 };
 

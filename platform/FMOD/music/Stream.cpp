@@ -1,6 +1,7 @@
 #include "Stream.h"
 
 #include <algorithm>
+#include <new>
 
 namespace sound {
 
@@ -26,7 +27,6 @@ Stream::Stream(std::unique_ptr<Decoder> openDecoder)
     : decoder(std::move(openDecoder)), ring(ringFrames) {}
 
 Stream::~Stream() {
-    decoder->Interrupt();
     StopDecoding();
 }
 
@@ -51,6 +51,7 @@ void Stream::StopDecoding() {
         const std::lock_guard<std::mutex> lock(mutex);
         stopping = true;
     }
+    decoder->Interrupt();
     wake.notify_all();
     if (thread.joinable()) {
         thread.join();
@@ -84,7 +85,11 @@ void Stream::NotifyWaiting() {
 // The decode thread. It does not end by itself: a process that exits during the show joins no
 // threads, and one that had ended would be reported as leaked.
 void Stream::Run() {
-    while (DecodeMore() && WriteAll()) {
+    try {
+        while (DecodeMore() && WriteAll()) {
+        }
+    } catch (const std::bad_alloc&) {
+        supply.store(Supply::Broken, std::memory_order_release);
     }
     NotifyWaiting();
     std::unique_lock<std::mutex> lock(mutex);

@@ -29,7 +29,7 @@ public:
     Stream& operator=(const Stream&) = delete;
     ~Stream();
 
-    /// Back to the beginning; only while nobody reads.
+    /// Back to the beginning, wherever the decoder is; only while nobody reads.
     FMOD_RESULT Rewind();
 
     /// Output callback: the next frames, at the output's rate; returns how many of @p count were
@@ -40,7 +40,7 @@ public:
     std::size_t Available() const noexcept { return ring.Available(); }
 
     /// Any thread: whether more frames follow those that can be read now. Ended or Broken (the file
-    /// could not be read further) only once the last frame is available.
+    /// could not be read further, or memory ran out) only once the last frame is available.
     Supply GetSupply() const noexcept { return supply.load(std::memory_order_acquire); }
 
     /// Waits until @p count frames (at most 0.9 s) can be read, or no more follow; at most

@@ -84,6 +84,22 @@ TEST_F(ShortageTest, OfMemoryForADecoderOrAResamplerIsSaid) {
     }
 }
 
+TEST_F(ShortageTest, OfMemoryWhileItPlaysEndsTheMusicAsAReadErrorDoes) {
+    Init();
+    const auto first = files::ReadAll(Encoded(441.0, 44100));
+    const auto second = files::ReadAll(Encoded(441.0, 48000, 48000));
+    files::WriteAll(folder.Path("both.mp3"), files::Joined({first, second}));
+    noResampler = true; // which only the second needs
+
+    FMOD::Channel* channel = Play(Open(folder.Path("both.mp3")));
+    script::Pull(60'000);
+    script::HearAll();
+
+    unsigned int position = 0;
+    EXPECT_EQ(channel->getPosition(&position, FMOD_TIMEUNIT_MS), FMOD_ERR_FILE_BAD);
+    EXPECT_EQ(position, 1000U);
+}
+
 TEST_F(ShortageTest, OfMemoryForASpectrumIsSaid) {
     Init();
     std::vector<float> spectrum(512);

@@ -124,7 +124,7 @@ public:
     /// The playback position heard now, to the nearest ms; @p unit: FMOD_TIMEUNIT_MS. It halts
     /// while paused or during an underrun, and stays at the length of the sound after its end.
     /// FMOD_ERR_FILE_BAD, here and in isPlaying, once everything was heard that could be read of a
-    /// file before a read error.
+    /// file before a read error, or before memory ran out.
     FMOD_RESULT getPosition(unsigned int* position, FMOD_TIMEUNIT unit);
 
 protected:

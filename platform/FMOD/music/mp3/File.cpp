@@ -1,5 +1,6 @@
 #include "File.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -45,11 +46,12 @@ File::~File() {
 }
 
 ssize_t File::Read(void* bytes, std::size_t count) {
+    count = std::min(count, allowed);
     std::size_t done = 0;
     while (done < count && !interrupted) {
         const ssize_t got = read(descriptor, static_cast<char*>(bytes) + done, count - done);
         if (got == 0) {
-            return static_cast<ssize_t>(done);
+            break;
         }
         if (got > 0) {
             done += static_cast<std::size_t>(got);
@@ -58,6 +60,7 @@ ssize_t File::Read(void* bytes, std::size_t count) {
             return -1;
         }
     }
+    allowed -= done;
     return interrupted ? -1 : static_cast<ssize_t>(done);
 }
 

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <limits>
 #include <memory>
 
 #include <sys/types.h>
@@ -24,7 +25,8 @@ public:
 
     off_t Size() const { return size; }
 
-    /// Reads up to @p count bytes, fewer only at the end; -1 on an error, which Failed reports.
+    /// Reads up to @p count bytes, fewer only at the end, or where no more are allowed; -1 on an
+    /// error, which Failed reports.
     ssize_t Read(void* bytes, std::size_t count);
 
     /// As lseek(2).
@@ -32,14 +34,19 @@ public:
 
     bool Failed() const { return failed; }
 
-    /// Any thread: from now on every Read fails.
+    /// From now on Read reads @p bytes bytes in all; without a call there is no limit.
+    void Allow(std::size_t bytes) { allowed = bytes; }
+
+    /// Any thread: from now on every Read fails, until Resume.
     void Interrupt() { interrupted = true; }
+    void Resume() { interrupted = false; }
 
 private:
     File(int openDescriptor, off_t sizeBytes);
 
     int descriptor;
     off_t size;
+    std::size_t allowed = std::numeric_limits<std::size_t>::max();
     bool failed = false;
     std::atomic<bool> interrupted{false};
 };

@@ -105,6 +105,7 @@ FMOD_RESULT Mp3Decoder::Configure() {
 }
 
 FMOD_RESULT Mp3Decoder::Rewind() {
+    file->Resume();
     if (!BeginStream(fileBegin)) {
         return file->Failed() ? FMOD_ERR_FILE_BAD : FMOD_ERR_FORMAT;
     }

@@ -31,10 +31,10 @@ public:
     /// Damaged frames are skipped. Failed: the file could not be read any further.
     Progress Decode(std::span<const float>& frames);
 
-    /// Back to the beginning.
+    /// Back to the beginning; ends an interruption.
     FMOD_RESULT Rewind();
 
-    /// Any thread: makes Decode return soon, also a call in progress.
+    /// Any thread: makes Decode return soon, also a call in progress, and later ones until Rewind.
     void Interrupt() { file->Interrupt(); }
 
 private:

@@ -114,4 +114,21 @@ TEST_F(FileTest, ReadsNoMoreOnceInterrupted) {
 
     EXPECT_EQ(file->Read(bytes.data(), 2), -1);
     EXPECT_FALSE(file->Failed());
+    file->Resume();
+    EXPECT_EQ(file->Read(bytes.data(), 2), 2);
+}
+
+TEST_F(FileTest, ReadsNoMoreThanIsAllowed) {
+    files::WriteAll(folder.Path("file"), {1, 2, 3, 4, 5, 6, 7});
+    ASSERT_EQ(Open(folder.Path("file")), FMOD_OK);
+    std::array<unsigned char, 2> bytes = {};
+
+    file->Allow(3);
+    EXPECT_EQ(file->Read(bytes.data(), 2), 2);
+    EXPECT_EQ(file->Read(bytes.data(), 2), 1);
+    EXPECT_EQ(file->Read(bytes.data(), 2), 0);
+    EXPECT_FALSE(file->Failed());
+    file->Allow(3);
+    EXPECT_EQ(file->Read(bytes.data(), 2), 2);
+    EXPECT_EQ(bytes[0], 4);
 }

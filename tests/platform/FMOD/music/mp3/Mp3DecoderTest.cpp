@@ -273,6 +273,22 @@ TEST_F(DamagedMp3Test, PlaysFourFramesBetweenDamages) {
     EXPECT_EQ(DecodeAll().size(), length);
 }
 
+TEST_F(DamagedMp3Test, EndsSoonWhenInterrupted) {
+    OpenWith(Bytes(15'000'000, 0), middle);
+    for (int frame = 0; frame < 30; ++frame) {
+        std::span<const float> frames;
+        ASSERT_EQ(decoder->Decode(frames), Mp3Decoder::Progress::Frames);
+    }
+    decoder->Interrupt();
+    reads::Reset();
+
+    DecodeAll();
+
+    EXPECT_EQ(reads::BytesRead(), 0U);
+    ASSERT_EQ(decoder->Rewind(), FMOD_OK);
+    EXPECT_EQ(DecodeAll().size(), length);
+}
+
 TEST_F(DamagedMp3Test, DropsAFewFramesOfAnotherRate) {
     const Bytes other = files::ReadAll(Encoded(48000, 48000, untagged));
 
