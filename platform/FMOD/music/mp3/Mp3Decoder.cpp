@@ -19,6 +19,13 @@ static constexpr std::size_t searchedBytes = 65536; // more than twice those of 
 static constexpr int mostTags = 8;
 
 static constexpr int framesToBegin = 2;
+
+// What libmpg123 may read to begin with a stream.
+static constexpr std::size_t bytesToBegin = 65536;
+// What may be read without any music in it: 16 MiB of the file, each byte of which is looked at
+// twice.
+static constexpr std::size_t bytesToGoOn = std::size_t{32} << 20;
+
 // Damaged data contains false headers, but hardly ever this many in a row.
 static constexpr int framesToGoOn = 4;
 
@@ -94,9 +101,10 @@ void Mp3Decoder::Delete::operator()(mpg123_handle_struct* owned) const {
 }
 
 FMOD_RESULT Mp3Decoder::Configure() {
-    // No resync by libmpg123: after damage it accepts every false header.
-    constexpr long flags =
-        MPG123_FORCE_FLOAT | MPG123_FORCE_STEREO | MPG123_GAPLESS | MPG123_QUIET | MPG123_NO_RESYNC;
+    // No resync by libmpg123: after damage it accepts every false header. No tags: it would keep
+    // them, up to 256 MiB.
+    constexpr long flags = MPG123_FORCE_FLOAT | MPG123_FORCE_STEREO | MPG123_GAPLESS |
+                           MPG123_QUIET | MPG123_NO_RESYNC | MPG123_SKIP_ID3V2;
     if (handle == nullptr || mpg123_param(handle.get(), MPG123_FLAGS, flags, 0.0) != MPG123_OK ||
         mpg123_replace_reader_handle(handle.get(), ReadFile, SeekFile, nullptr) != MPG123_OK) {
         return FMOD_ERR_MEMORY;
@@ -106,7 +114,10 @@ FMOD_RESULT Mp3Decoder::Configure() {
 
 FMOD_RESULT Mp3Decoder::Rewind() {
     file->Resume();
-    if (!BeginStream(fileBegin)) {
+    file->Allow(bytesToBegin);
+    const bool begun = BeginStream(fileBegin);
+    file->Allow(bytesToGoOn);
+    if (!begun) {
         return file->Failed() ? FMOD_ERR_FILE_BAD : FMOD_ERR_FORMAT;
     }
     return FMOD_OK;
@@ -158,6 +169,9 @@ Mp3Decoder::Progress Mp3Decoder::Decode(std::span<const float>& frames) {
             const std::span samples(reinterpret_cast<float*>(audio), bytes / sizeof(float));
             LeaveOutWhatIsNoSound(samples);
             frames = samples;
+            if (!samples.empty()) {
+                file->Allow(bytesToGoOn);
+            }
             return Progress::Frames;
         }
         if (file->Failed() || !BeginNextStream()) {

@@ -16,7 +16,8 @@ namespace sound {
 /// Decodes one file from its beginning to its end. One thread at a time.
 ///
 /// A file is a sequence of streams: contiguous frames of one sample rate. Where a stream ends, due
-/// to damage, tags or another rate, the decoder searches for the next one.
+/// to damage, tags or another rate, the decoder searches for the next one: through 16 MiB, beyond
+/// which the file counts as ended.
 class Mp3Decoder {
 public:
     using Progress = Decoder::Progress;

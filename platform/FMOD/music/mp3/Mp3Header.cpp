@@ -14,9 +14,11 @@ static constexpr int rates[3] = {44100, 48000, 32000};
 
 static constexpr std::uint32_t sameInAStream = 0xFFFE0C00; // sync, version, layer, sample rate
 static constexpr std::size_t shortestFreeFrame = 13;       // header and side information alone
-static constexpr std::size_t longestFreeFrame = 8192;
 
 std::optional<Mp3Header> ParseMp3Header(std::span<const unsigned char> bytes) {
+    if (bytes[0] != 0xFF) {
+        return std::nullopt;
+    }
     const std::uint32_t bits = static_cast<std::uint32_t>(bytes[0]) << 24 |
                                static_cast<std::uint32_t>(bytes[1]) << 16 |
                                static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
@@ -37,6 +39,12 @@ std::optional<Mp3Header> ParseMp3Header(std::span<const unsigned char> bytes) {
     return header;
 }
 
+// Whether @p next may follow @p header within a stream.
+static bool IsOfSameStream(const Mp3Header& next, const Mp3Header& header) {
+    return ((next.bits ^ header.bits) & sameInAStream) == 0 &&
+           (next.frameBytes == 0) == (header.frameBytes == 0);
+}
+
 // Whether @p count frames of one stream follow each other in @p bytes, each where the one before
 // ends. @p freeBytes: of a free-format frame without its padding.
 static bool FollowEachOther(std::span<const unsigned char> bytes, Mp3Header header,
@@ -46,8 +54,7 @@ static bool FollowEachOther(std::span<const unsigned char> bytes, Mp3Header head
         at += header.frameBytes != 0 ? static_cast<std::size_t>(header.frameBytes)
                                      : freeBytes + static_cast<std::size_t>(header.Padding());
         const auto next = at + 4 <= bytes.size() ? ParseMp3Header(bytes.subspan(at)) : std::nullopt;
-        if (!next || ((next->bits ^ header.bits) & sameInAStream) != 0 ||
-            (next->frameBytes == 0) != (header.frameBytes == 0)) {
+        if (!next || !IsOfSameStream(*next, header)) {
             return false;
         }
         header = *next;
@@ -55,18 +62,27 @@ static bool FollowEachOther(std::span<const unsigned char> bytes, Mp3Header head
     return true;
 }
 
+// The length of such frames follows only from the distance to the next: the first one, which is
+// where libmpg123 takes it from, too. 0: there is none.
+static std::size_t FreeFrameBytes(std::span<const unsigned char> bytes, const Mp3Header& header) {
+    const auto padding = static_cast<std::size_t>(header.Padding());
+    const std::size_t end = std::min(bytes.size(), longestMp3Frame + padding + 4);
+    for (std::size_t at = shortestFreeFrame + padding; at + 4 <= end; ++at) {
+        const auto next = ParseMp3Header(bytes.subspan(at));
+        if (next && IsOfSameStream(*next, header)) {
+            return at - padding;
+        }
+    }
+    return 0;
+}
+
 static bool BeginsStream(std::span<const unsigned char> bytes, const Mp3Header& header,
                          int frameCount) {
     if (header.frameBytes != 0) {
         return FollowEachOther(bytes, header, 0, frameCount);
     }
-    // The length of such frames follows only from the distance between them.
-    for (std::size_t length = shortestFreeFrame; length <= longestFreeFrame; ++length) {
-        if (FollowEachOther(bytes, header, length, std::max(frameCount, 3))) {
-            return true;
-        }
-    }
-    return false;
+    const std::size_t length = FreeFrameBytes(bytes, header);
+    return length != 0 && FollowEachOther(bytes, header, length, std::max(frameCount, 3));
 }
 
 std::optional<std::size_t> FindMp3Stream(std::span<const unsigned char> bytes, int frameCount) {

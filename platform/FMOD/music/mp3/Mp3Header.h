@@ -8,6 +8,9 @@
 
 namespace sound {
 
+/// The limit for the length of a frame in free format, without its padding; others are shorter.
+inline constexpr std::size_t longestMp3Frame = 8192;
+
 struct Mp3Header {
     std::uint32_t bits;
     int rateHz;

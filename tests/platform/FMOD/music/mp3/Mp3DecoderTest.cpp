@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -179,6 +181,9 @@ TEST_F(Mp3DecoderTest, LooksAtABoundedPartOfTheFileToOpenIt) {
         reads::Reset();
         ASSERT_EQ(OpenBytes(bytes), FMOD_OK);
         EXPECT_LT(reads::BytesRead(), 75'000U);
+        reads::Reset();
+        ASSERT_EQ(decoder->Rewind(), FMOD_OK);
+        EXPECT_LT(reads::BytesRead(), 75'000U);
     }
     for (const Bytes& bytes : {files::Noise(2'000'000), Bytes(2'000'000, 0)}) {
         reads::Reset();
@@ -271,6 +276,47 @@ TEST_F(DamagedMp3Test, PlaysFourFramesBetweenDamages) {
               FMOD_OK);
 
     EXPECT_EQ(DecodeAll().size(), length);
+}
+
+TEST_F(DamagedMp3Test, SkipsATagByItsLength) {
+    OpenWith(Tag(50'000'000, 50'000'000), middle);
+    reads::Reset();
+
+    EXPECT_EQ(DecodeAll().size(), length);
+
+    EXPECT_LT(reads::BytesRead(), 1'000'000U);
+}
+
+TEST_F(DamagedMp3Test, EndsAtDamageLongerThan16MiB) {
+    for (const std::size_t mib : {15U, 17U, 1000U}) {
+        // Zeros that take no room on the disk.
+        files::WriteAll(folder.Path("bytes.mp3"), First(music, middle));
+        std::filesystem::resize_file(folder.Path("bytes.mp3"), middle + (mib << 20));
+        std::ofstream(folder.Path("bytes.mp3"), std::ios::binary | std::ios::app)
+            .write(reinterpret_cast<const char*>(&music[middle]),
+                   static_cast<std::streamsize>(music.size() - middle));
+        ASSERT_EQ(Open(folder.Path("bytes.mp3")), FMOD_OK);
+        reads::Reset();
+
+        const std::size_t heard = DecodeAll().size();
+
+        if (mib < 16) {
+            EXPECT_EQ(heard, length);
+        } else {
+            EXPECT_NEAR(static_cast<double>(heard), 60.0 * 2.0 * 1152.0, 2.0 * 1152.0) << mib;
+        }
+        EXPECT_LT(reads::BytesRead(), 40'000'000U);
+    }
+}
+
+TEST_F(DamagedMp3Test, EndsAtThousandsOfFramesThatCannotBeDecoded) {
+    const Bytes frame = {0xFF, 0xFB, 0x00, 0x00}; // in free format, shorter than any
+    OpenWith(Joined(std::vector<Bytes>(500'000, frame)), middle);
+    reads::Reset();
+
+    DecodeAll();
+
+    EXPECT_LT(reads::BytesRead(), 40'000'000U);
 }
 
 TEST_F(DamagedMp3Test, EndsSoonWhenInterrupted) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ctime>
 #include <vector>
 
 using sound::FindMp3Stream;
@@ -135,6 +136,51 @@ TEST(Mp3Header, CountsThePaddingOfFreeFormatFrames) {
 TEST(Mp3Header, FindsNothingInFewerThanFourBytes) {
     EXPECT_FALSE(FindMp3Stream({}, 2));
     EXPECT_FALSE(FindMp3Stream(Bytes{0xFF, 0xFB, 0x90}, 2));
+}
+
+TEST(Mp3Header, TakesTheLengthOfFreeFormatFramesFromTheNextHeader) {
+    Bytes frame = {0xFF, 0xFB, 0x00, 0x00};
+    frame.resize(8192);
+    Bytes bytes = frame;
+    Append(bytes, frame);
+    Append(bytes, frame);
+    EXPECT_EQ(FindMp3Stream(bytes, 3), 0U);
+
+    frame.push_back(0); // longer than any
+    bytes = frame;
+    Append(bytes, frame);
+    Append(bytes, frame);
+    EXPECT_FALSE(FindMp3Stream(bytes, 3));
+}
+
+// Headers, none of which four follow each other at one distance: numbers with only 0, 1 and 2 in
+// their last five digits to the base of five, times four bytes.
+static Bytes HeadersWithoutAStream(unsigned char bitRate) {
+    Bytes bytes(std::size_t{1} << 20);
+    for (std::size_t number = 0; 4 * number < bytes.size(); ++number) {
+        bool isMarked = true;
+        for (std::size_t digits = number % 3125; digits != 0; digits /= 5) {
+            isMarked = isMarked && digits % 5 < 3;
+        }
+        if (isMarked) {
+            bytes[4 * number] = 0xFF;
+            bytes[4 * number + 1] = 0xFB;
+            bytes[4 * number + 2] = bitRate;
+        }
+    }
+    return bytes;
+}
+
+static double SecondsToSearch(const Bytes& bytes) {
+    const std::clock_t before = std::clock();
+    EXPECT_FALSE(FindMp3Stream(bytes, 4));
+    return static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+}
+
+TEST(Mp3Header, SearchesFreeFormatAboutAsFastAsOthers) {
+    const double others = SecondsToSearch(HeadersWithoutAStream(0x90));
+
+    EXPECT_LT(SecondsToSearch(HeadersWithoutAStream(0x00)), 20.0 * others + 0.01);
 }
 
 TEST(Mp3Header, TellsTheLengthOfATag) {
