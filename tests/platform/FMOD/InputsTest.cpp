@@ -69,6 +69,14 @@ static Bytes Wave() {
     return Joined({head, Tone(44100, 1.0, {"-V", "2"})}); // even with MP3 frames in it
 }
 
+// A video whose sound is MP3: its boxes are a few bytes, then come the frames.
+static Bytes Mp4() {
+    const Bytes head = {0,   0,   0, 24, 'f', 't', 'y', 'p', 'i', 's', 'o',
+                        'm', 0,   0, 2,  0,   'i', 's', 'o', 'm', 'm', 'p',
+                        '4', '1', 0, 1,  0,   0,   'm', 'd', 'a', 't'};
+    return Joined({head, Tone(44100, 1.0, {"-b", "128", "-t"})});
+}
+
 struct NoMusic {
     const char* name;
     Bytes (*bytes)();
@@ -94,6 +102,9 @@ static constexpr NoMusic noMusic[] = {
     {"Ones", [] { return Bytes(1'000'000, 0xFF); }},
     {"Noise", [] { return files::Noise(1'000'000); }},
     {"Wave", Wave},
+    {"Mp4", Mp4},
+    {"MusicBehind10000Bytes",
+     [] { return Joined({files::Noise(10'000), Tone(44100, 1.0, {"-V", "2"})}); }},
     {"LayerTwo", files::LayerTwo},
     {"TagAlone", [] { return files::Tag(10'000'000, 10'000'000); }},
 };
@@ -145,7 +156,15 @@ static constexpr Music music[] = {
      [] { return Joined({files::Tag(10'000'000, 10'000'000), Tone(44100, 3.0, {"-V", "2"})}); }},
     {"BehindATagThatLies",
      [] { return Joined({files::Tag(200'000'000, 300), Tone(44100, 3.0, {"-V", "2"})}); }},
-    {"BehindNoise", [] { return Joined({files::Noise(30'000), Tone(44100, 3.0, {"-V", "2"})}); }},
+    {"BehindAnApeTag",
+     [] {
+         Bytes tag = {'A', 'P', 'E', 'T', 'A', 'G', 'E', 'X', 0xD0, 7, 0, 0, 0, 0x80};
+         tag.resize(32 + 0x8000);
+         return Joined({tag, Tone(44100, 3.0, {"-V", "2"})});
+     }},
+    {"BehindPadding", [] { return Joined({Bytes(30'000, 0), Tone(44100, 3.0, {"-V", "2"})}); }},
+    {"BehindTheRestOfAFrame",
+     [] { return Joined({files::Noise(1400), Tone(44100, 3.0, {"-V", "2"})}); }},
     {"BeforeATag",
      [] { return Joined({Tone(44100, 3.0, {"-V", "2"}), {'T', 'A', 'G'}, Bytes(125, ' ')}); }},
     {"WithZerosInTheMiddle", [] { return WithDamage(Bytes(100'000, 0)); }, untrimmed},

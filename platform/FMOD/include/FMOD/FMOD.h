@@ -69,8 +69,9 @@ public:
 
     FMOD_RESULT getVersion(unsigned int* version);
 
-    /// Opens the MP3 file at @p path for streaming; reads less than 256 KiB of it. Damage in the
-    /// middle is skipped; the music ends at damage longer than 16 MiB.
+    /// Opens the MP3 file at @p path for streaming; reads less than 256 KiB of it. Its first frame
+    /// follows tags (ID3v2, APEv2) and padding (zeros), or the rest of a frame, up to 8 KiB.
+    /// Damage in the middle is skipped; the music ends at damage longer than 16 MiB.
     /// @p exInfo: null. @p sound is owned by the caller, see Sound::release.
     FMOD_RESULT createSound(const char* path, FMOD_MODE mode, FMOD_CREATESOUNDEXINFO* exInfo,
                             Sound** sound);

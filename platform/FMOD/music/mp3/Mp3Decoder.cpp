@@ -1,5 +1,6 @@
 #include "Mp3Decoder.h"
 
+#include "Mp3Beginning.h"
 #include "Mp3Header.h"
 
 #include <algorithm>
@@ -7,7 +8,6 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <optional>
 #include <vector>
 
@@ -17,8 +17,6 @@ namespace sound {
 
 static constexpr std::size_t searchedBytes = 65536; // more than twice those of framesToGoOn
 static constexpr int mostTags = 8;
-
-static constexpr int framesToBegin = 2;
 
 // What libmpg123 may read to begin with a stream.
 static constexpr std::size_t bytesToBegin = 65536;
@@ -50,17 +48,18 @@ static std::span<const unsigned char> ReadAt(File& file, off_t offset,
 
 // Where the audio may begin: after the tags, of which none is longer than the file.
 static off_t SkipTags(File& file) {
-    std::array<unsigned char, 10> head = {};
+    static constexpr off_t shortestTag = 10;
+    std::array<unsigned char, tagHeadBytes> head = {};
     off_t offset = 0;
     for (int tags = 0; tags < mostTags; ++tags) {
         if (ReadAt(file, offset, head).size() < head.size()) {
             break;
         }
-        const auto length = static_cast<off_t>(Id3TagBytes(head));
+        const auto length = static_cast<off_t>(TagBytes(head));
         if (length == 0) {
             break;
         }
-        offset += offset + length < file.Size() ? length : static_cast<off_t>(head.size());
+        offset += offset + length < file.Size() ? length : shortestTag;
     }
     return offset;
 }
@@ -68,11 +67,7 @@ static off_t SkipTags(File& file) {
 static std::optional<off_t> FindFirstFrame(File& file) {
     std::vector<unsigned char> buffer(searchedBytes);
     const off_t from = SkipTags(file);
-    const auto bytes = ReadAt(file, from, buffer);
-    if (from == 0 && bytes.size() >= 4 && std::memcmp(bytes.data(), "RIFF", 4) == 0) {
-        return std::nullopt; // other audio data may contain what looks like MP3 frames
-    }
-    const auto found = FindMp3Stream(bytes, framesToBegin);
+    const auto found = FindFirstMp3Frame(ReadAt(file, from, buffer));
     return found ? std::optional<off_t>(from + static_cast<off_t>(*found)) : std::nullopt;
 }
 

@@ -1,7 +1,6 @@
 #include "Mp3Header.h"
 
 #include <algorithm>
-#include <array>
 
 namespace sound {
 
@@ -94,19 +93,6 @@ std::optional<std::size_t> FindMp3Stream(std::span<const unsigned char> bytes, i
         }
     }
     return std::nullopt;
-}
-
-std::size_t Id3TagBytes(std::span<const unsigned char> bytes) {
-    static constexpr std::array<unsigned char, 3> mark = {'I', 'D', '3'};
-    if (!std::equal(mark.begin(), mark.end(), bytes.begin())) {
-        return 0;
-    }
-    std::size_t length = 0;
-    for (std::size_t i = 6; i < 10; ++i) {
-        length = length << 7 | (bytes[i] & 0x7FU);
-    }
-    const std::size_t footer = (bytes[5] & 0x10U) != 0 ? 10 : 0;
-    return 10 + length + footer;
 }
 
 } // namespace sound

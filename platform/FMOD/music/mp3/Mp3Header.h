@@ -1,4 +1,4 @@
-// The four bytes that begin each frame of an MP3 stream, and where its first frame is.
+// The four bytes that begin each frame of an MP3 stream, and where a stream begins.
 #pragma once
 
 #include <cstddef>
@@ -26,8 +26,5 @@ std::optional<Mp3Header> ParseMp3Header(std::span<const unsigned char> bytes);
 /// Where in @p bytes an MP3 stream begins: at the first of @p frameCount contiguous frames (at
 /// least 2; in free format 3) of one stream.
 std::optional<std::size_t> FindMp3Stream(std::span<const unsigned char> bytes, int frameCount);
-
-/// Bytes of the ID3v2 tag that @p bytes (at least 10) begin with, its header included; 0: no tag.
-std::size_t Id3TagBytes(std::span<const unsigned char> bytes);
 
 } // namespace sound

@@ -8,7 +8,6 @@
 #include <vector>
 
 using sound::FindMp3Stream;
-using sound::Id3TagBytes;
 using sound::ParseMp3Header;
 
 using Bytes = std::vector<unsigned char>;
@@ -181,14 +180,4 @@ TEST(Mp3Header, SearchesFreeFormatAboutAsFastAsOthers) {
     const double others = SecondsToSearch(HeadersWithoutAStream(0x90));
 
     EXPECT_LT(SecondsToSearch(HeadersWithoutAStream(0x00)), 20.0 * others + 0.01);
-}
-
-TEST(Mp3Header, TellsTheLengthOfATag) {
-    const Bytes tag = {'I', 'D', '3', 4, 0, 0x00, 0x00, 0x00, 0x02, 0x01};
-    const Bytes withFooter = {'I', 'D', '3', 4, 0, 0x10, 0x00, 0x00, 0x02, 0x01};
-    const Bytes none = {'I', 'D', '4', 4, 0, 0, 0, 0, 2, 1};
-
-    EXPECT_EQ(Id3TagBytes(tag), 10U + 257U);
-    EXPECT_EQ(Id3TagBytes(withFooter), 10U + 257U + 10U);
-    EXPECT_EQ(Id3TagBytes(none), 0U);
 }
