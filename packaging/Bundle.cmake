@@ -12,7 +12,7 @@ set(folder $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX})
 set(system
     libEGL libGL libGLdispatch libX11 libXext libXi libXrandr libasound libgdk-3 libglib-2.0
     libgobject-2.0 libgtk-3 libpng16 libpulse libc libgcc_s libm libmvec libstdc++
-    ld-linux-.*)
+    libz ld-linux-.*)
 list(TRANSFORM system REPLACE "\\+" "\\\\+")
 list(JOIN system "|" system)
 list(TRANSFORM programs PREPEND ${folder}/ OUTPUT_VARIABLE files)

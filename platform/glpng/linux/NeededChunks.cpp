@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <zlib.h>
+
 namespace glpng {
 
 static constexpr std::size_t headBytes = 8;
@@ -18,27 +20,10 @@ static std::uint32_t BigEndian(const unsigned char* bytes) {
            static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
 }
 
-// Of all bytes; the checksum of PNG files is CRC-32.
-static constexpr std::array<std::uint32_t, 256> remainders = [] {
-    std::array<std::uint32_t, 256> table = {};
-    for (std::uint32_t byte = 0; byte < table.size(); ++byte) {
-        std::uint32_t remainder = byte;
-        for (int bit = 0; bit < 8; ++bit) {
-            remainder = remainder >> 1 ^ ((remainder & 1) != 0 ? 0xEDB88320U : 0);
-        }
-        table[byte] = remainder;
-    }
-    return table;
-}();
-
 // The checksum of what @p checksum is of, and then @p count more bytes.
 static std::uint32_t Extended(std::uint32_t checksum, const unsigned char* bytes,
                               std::size_t count) {
-    checksum = ~checksum;
-    for (std::size_t i = 0; i < count; ++i) {
-        checksum = checksum >> 8 ^ remainders[(checksum ^ bytes[i]) & 0xFF];
-    }
-    return ~checksum;
+    return static_cast<std::uint32_t>(crc32_z(checksum, bytes, count));
 }
 
 static bool IsNeeded(std::uint32_t name) {
