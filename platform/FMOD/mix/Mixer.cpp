@@ -14,7 +14,7 @@ namespace sound {
 
 // The window of the longest spectrum, and what is handed out but not heard yet.
 static constexpr std::int64_t historyFrames =
-    std::bit_ceil(std::uint64_t{2 * Spectrum::mostBands} + std::uint64_t{longestWay});
+    std::bit_ceil(std::uint64_t{2} * Spectrum::mostBands + std::uint64_t{longestWay});
 
 // A block takes less than a millisecond to render. To yield instead could keep its thread from
 // running, if that has a lower priority.

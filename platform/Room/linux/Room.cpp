@@ -41,8 +41,8 @@ bool IsAddressSpaceFree(int wantedMebibytes) {
     return limit.rlim_cur >= used && limit.rlim_cur - used >= wanted;
 }
 
-// A thread that has been joined counts for a moment more. (To yield would not let it end on the same
-// processor if this one has real-time priority.)
+// A thread that has been joined counts for a moment more. (To yield would not let it end on the
+// same processor if this one has real-time priority.)
 void AwaitEnd(pid_t thread) {
     while (tgkill(getpid(), thread, 0) == 0) {
         std::this_thread::sleep_for(std::chrono::microseconds(100));

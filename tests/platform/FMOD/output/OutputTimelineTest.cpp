@@ -194,7 +194,7 @@ TEST_F(OutputTimelineTest, FadesInWhereADeviceTakesOverInTheMusic) {
         std::find_if(block.begin(), block.end(), [](float sample) { return sample != 0.0F; }) -
         block.begin());
     const auto number =
-        static_cast<double>(counter.next) - (8192.0 - static_cast<double>(first / 2));
+        static_cast<double>(counter.next) - (8192.0 - static_cast<double>(first) / 2.0);
     for (std::size_t i = 0; first + 2 * i < block.size(); ++i) {
         const double gain = std::min(static_cast<double>(i + 1) / devices::fadeFrames, 1.0);
         const double frame = number + static_cast<double>(i) + 1.0;

@@ -195,7 +195,7 @@ TEST_F(PipeWireOutputTest, KeepsTheTimeThatTheGraphTells) {
         timeline.AdvanceSilence(beginNs + ns);
         Cycle(quantum, ns);
         const auto first = static_cast<std::int64_t>(script.space[0]); // its number plus one
-        if (timeline.IsSounding() && first > 0 && ++compared > 2) { // the first two fade in
+        if (timeline.IsSounding() && first > 0 && ++compared > 2) {    // the first two fade in
             const std::int64_t heardNs = beginNs + ns + script.time.delay * 1'000'000'000 / 44100;
             ExpectNear(timeline.HeardFrames(heardNs), first - 1, 1);
         }
