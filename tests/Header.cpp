@@ -1,0 +1,1 @@
+// Compiled with nothing but the precompiled header of the tests.
