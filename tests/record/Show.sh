@@ -130,7 +130,7 @@ ColoursAreThoseDrawn() {
 TwoRecordingsAreTheSame() {
     local n
     for n in 1 2; do
-        run 0 "$recorder" --size 640x480 --wav $n.wav --frames $n $n.mp4
+        run 0 "$recorder" --size $small --wav $n.wav --frames $n $n.mp4
         (cd $n && md5sum -- *.png) >$n.sums
         ffmpeg -v error -i $n.mp4 -f framemd5 - >$n.framemd5
     done
