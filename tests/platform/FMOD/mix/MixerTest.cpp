@@ -36,5 +36,5 @@ TEST(MixerTest, SleepsUntilAVoiceIsNoLongerUsed) {
             enough = true;
         });
 
-    EXPECT_LT(used, 100'000'000);
+    EXPECT_LT(used, 1'000'000'000); // to yield takes that for one of the ten alone
 }

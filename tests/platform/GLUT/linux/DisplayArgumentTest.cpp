@@ -12,6 +12,7 @@ namespace {
 std::string Named(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "program");
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments) {
         pointers.push_back(argument.data());
     }
