@@ -56,9 +56,10 @@ bool DeviceFeed::Render(float* block, std::int32_t frames, std::int64_t playedFr
 // Occupies the timeline, of which it is the driver from then on; false: it gets zeros.
 bool DeviceFeed::Enter(std::int64_t playedFrames, std::int64_t reportedNs) noexcept {
     if (HasPlayed()) {
-        return timeline.TryOccupy(reinterpret_cast<std::uintptr_t>(this));
+        return timeline.TryOccupy(OutputTimeline::FreeOf(this));
     }
-    if (!IsTrusted(playedFrames, reportedNs) || !timeline.TryOccupy(0)) {
+    if (!IsTrusted(playedFrames, reportedNs) ||
+        !timeline.TryOccupy(OutputTimeline::FreeOf(nullptr))) {
         return false;
     }
     TakeOver(playedFrames, reportedNs);

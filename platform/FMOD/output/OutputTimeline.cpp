@@ -24,10 +24,6 @@ static constexpr std::uintptr_t closedFlag = 4;
 static constexpr std::uintptr_t flags = occupiedFlag | failedFlag | closedFlag;
 static_assert(alignof(DeviceFeed) > flags);
 
-static std::uintptr_t AddressOf(const DeviceFeed* feed) {
-    return reinterpret_cast<std::uintptr_t>(feed);
-}
-
 static DeviceFeed* DriverIn(std::uintptr_t state) {
     return reinterpret_cast<DeviceFeed*>(state & ~flags);
 }
@@ -52,7 +48,7 @@ bool OutputTimeline::TryOccupy(std::uintptr_t seen) noexcept {
 void OutputTimeline::LeaveTo(const DeviceFeed* driver) noexcept {
     const std::uintptr_t kept = driver == nullptr ? closedFlag : closedFlag | failedFlag;
     std::uintptr_t now = state.load();
-    while (!state.compare_exchange_weak(now, AddressOf(driver) | (now & kept))) {
+    while (!state.compare_exchange_weak(now, FreeOf(driver) | (now & kept))) {
     }
 }
 
@@ -68,7 +64,7 @@ std::int64_t OutputTimeline::HeardFrames(std::int64_t nowNs) noexcept {
 }
 
 void OutputTimeline::AdvanceSilence(std::int64_t nowNs) noexcept {
-    if (TryOccupy(AddressOf(nullptr))) {
+    if (TryOccupy(FreeOf(nullptr))) {
         Discard(playHead.Extrapolate(nowNs) + renderAhead - handedOut.load());
         LeaveTo(nullptr);
     }

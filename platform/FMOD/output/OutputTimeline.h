@@ -66,6 +66,11 @@ public:
 private:
     friend class DeviceFeed;
 
+    // The state in which nobody is in it; its driver has not failed.
+    static std::uintptr_t FreeOf(const DeviceFeed* driver) noexcept {
+        return reinterpret_cast<std::uintptr_t>(driver);
+    }
+
     // The transitions between the states:
     bool TryOccupy(std::uintptr_t seen) noexcept;
     void LeaveTo(const DeviceFeed* driver) noexcept;
