@@ -17,6 +17,17 @@ try() {
     PROGRAMS=$headless_dir/planted CHAOS_PATIENCE_MS=3000 "$chaos" --seed 0 | tee "$headless_dir/report"
 }
 
+# expect_runs SECONDS STATUS REPORT: of as many runs as fit.
+expect_runs() {
+    local status=0
+    PROGRAMS=$headless_dir/planted TMPDIR=$headless_dir/scratch "$chaos" "$1" \
+        >"$headless_dir/report" || status=$?
+    cat "$headless_dir/report"
+    expect_equal "status" "$2" "$status"
+    tail -n 1 "$headless_dir/report" | grep -q "$3" || fail "the last line"
+    expect_equal "left" "" "$(ls "$headless_dir/scratch")"
+}
+
 # expect_noticed COMMANDS REPORT
 expect_noticed() {
     ! try "$1" || fail "it passes"
@@ -26,14 +37,16 @@ expect_noticed() {
 FaultsAreNoticed() {
     headless_begin
     chmod 711 "$headless_dir"
-    mkdir "$headless_dir/planted" "$headless_dir/show"
+    mkdir "$headless_dir/planted" "$headless_dir/scratch" "$headless_dir/show"
     cp -r "$PROGRAMS/skovra" "$PROGRAMS/resources" "$headless_dir/show"
     ln -s "$headless_dir/show/resources" "$headless_dir/planted"
     try : || fail "the show itself does not pass"
+    expect_runs 0 0 ' 0 failures$'
     # shellcheck disable=SC2016 # for the program to expand
     {
         expect_noticed 'kill -SEGV $$' 'the status'
         expect_noticed 'exit 3' 'the status'
+        expect_runs 1 1 ' [1-9][0-9]* failures$'
         expect_noticed 'echo more; exit 0' 'standard output differs: more'
         expect_noticed 'sleep 60 & exit 0' 'left a process: sleep 60'
         expect_noticed 'touch "$HOME/mine"; exit 0' 'files appeared or went: .*/home/mine'
