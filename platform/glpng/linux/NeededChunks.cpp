@@ -10,6 +10,7 @@ namespace glpng {
 static constexpr std::size_t headBytes = 8;
 static constexpr std::size_t checksumBytes = 4;
 
+static constexpr std::uint32_t header = 0x49484452;       // IHDR
 static constexpr std::uint32_t transparency = 0x74524E53; // tRNS
 static constexpr std::uint32_t pixels = 0x49444154;       // IDAT
 static constexpr std::uint32_t end = 0x49454E44;          // IEND
@@ -53,11 +54,10 @@ bool NeededChunks::ReadHead(unsigned char* head) {
         left = BigEndian(head) + checksumBytes;
         name = BigEndian(head + 4);
         checksum = Extended(0, head + 4, 4);
-        const bool isFirst = !begun;
         if (!Enter()) {
             return false;
         }
-        if (isFirst || IsNeeded(name)) {
+        if (IsNeeded(name)) {
             return true;
         }
         if (std::fseek(file, static_cast<long>(left), SEEK_CUR) != 0) {
@@ -67,7 +67,8 @@ bool NeededChunks::ReadHead(unsigned char* head) {
 }
 
 bool NeededChunks::Enter() {
-    if (name == pixels && pixelsEnded) {
+    // libpng accepts a chunk that it does not know in front of the header.
+    if ((!begun && name != header) || (name == pixels && pixelsEnded)) {
         return false;
     }
     begun = true;

@@ -17,7 +17,8 @@ public:
 
     /// The next @p count bytes, as libpng asks for them: the signature; the length and name of a
     /// chunk together; some of its data; its checksum. False at the end of the file, where a
-    /// checksum is wrong, and where pixels go on after another chunk.
+    /// checksum is wrong, where the first chunk is not the header, and where pixels go on after
+    /// another chunk.
     bool Read(unsigned char* bytes, std::size_t count);
 
     /// Once the picture is complete: whether all that follows it may.

@@ -184,6 +184,7 @@ static const Damage harmful[] = {
     {"TwoTransparencies", [] { return With(palette, 2, palette[2]); }},
 
     {"SomethingBeforeTheHeader", [] { return With(rgb, 0, gamma); }},
+    {"SomethingUnknownBeforeTheHeader", [] { return With(rgb, 0, {.name = "abCd"}); }},
     {"PaletteBehindPixels", [] { return Swapped(palette, 1, 3); }},
     {"PaletteBehindTransparency", [] { return Swapped(palette, 1, 2); }},
     {"UnusedPaletteBehindTransparency",
