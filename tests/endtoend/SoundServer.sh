@@ -24,8 +24,14 @@ expect_heard() {
     show_is_heard || fail "the show does not play on the sound server"
 }
 
-PlaysThrough() {
+# open_show: in a small window, which leaves the processors to the sound.
+open_show() {
     open_in_window "$PROGRAMS/skovra-positions"
+    xdotool windowsize "$headless_window" 160 120
+}
+
+PlaysThrough() {
+    open_show
     wait_for_position 3000
     expect_heard
     expect_exit 0 90
@@ -35,7 +41,7 @@ PlaysThrough() {
 }
 
 GoesOnWithoutADead() {
-    open_in_window "$PROGRAMS/skovra-positions"
+    open_show
     wait_for_position 5000
     expect_heard
     "kill_$server"
@@ -47,7 +53,7 @@ GoesOnWithoutADead() {
 }
 
 IsHeardAgainOnAReturned() {
-    open_in_window "$PROGRAMS/skovra-positions"
+    open_show
     wait_for_position 5000
     "kill_$server"
     wait_for_position 8000
