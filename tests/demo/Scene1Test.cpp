@@ -26,8 +26,8 @@ namespace {
 using doubles::EffectsOf;
 using testing::HasSubstr;
 
-constexpr unsigned int skovr = 41;
-constexpr unsigned int credits = 42;
+constexpr unsigned int titlePicture = 41;
+constexpr unsigned int creditsPicture = 42;
 constexpr float firstTurns[] = {0.1F, 0.2F, 0.3F};
 
 class Scene1Test : public ShowFixture {
@@ -35,7 +35,8 @@ protected:
     Scene1Test() {
         MakeDemo();
         Load();
-        demo->textures->textures = {{"texture", 40}, {"skovr", skovr}, {"credits", credits}};
+        demo->textures->textures = {
+            {"texture", 40}, {"skovr", titlePicture}, {"credits", creditsPicture}};
     }
 
     /// A scene where the position is asked for and answered by @p positions.
@@ -57,7 +58,7 @@ protected:
 
 TEST_F(Scene1Test, DrawsPictureBarsAndBoxInOrder) {
     SetSpectrum(QuadraticSpectrum());
-    EXPECT_EQ(SceneAt({0}), Lines(First(skovr, QuadraticSpectrum())));
+    EXPECT_EQ(SceneAt({0}), Lines(First(titlePicture, QuadraticSpectrum())));
 }
 
 TEST_F(Scene1Test, ShowsTheTitleUntil14999AndTheCreditsFrom15000) {
@@ -66,7 +67,7 @@ TEST_F(Scene1Test, ShowsTheTitleUntil14999AndTheCreditsFrom15000) {
 }
 
 TEST_F(Scene1Test, DrawsThePictureUntil29999) {
-    EXPECT_EQ(SceneAt({29999}), Lines(First(credits)));
+    EXPECT_EQ(SceneAt({29999}), Lines(First(creditsPicture)));
 }
 
 TEST_F(Scene1Test, DrawsBarsAndBoxOnlyFrom30000) {
@@ -80,7 +81,7 @@ TEST_F(Scene1Test, AsksForThePositionAgainToChooseThePicture) {
 }
 
 TEST_F(Scene1Test, ComparesPositionsSigned) {
-    EXPECT_EQ(SceneAt({0xFFFFFFFFU}), Lines(First(skovr)));
+    EXPECT_EQ(SceneAt({0xFFFFFFFFU}), Lines(First(titlePicture)));
 }
 
 TEST_F(Scene1Test, MissingPictureIsDrawnWithTexture0) {

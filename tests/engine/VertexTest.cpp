@@ -89,8 +89,8 @@ TEST_F(VertexTest, KeepsBackWhatItsFlagsForbid) {
 }
 
 TEST_F(VertexTest, EmitsInfinityAsItIs) {
-    const float infinity = std::numeric_limits<float>::infinity();
-    EXPECT_EQ(Draw(engine::Vertex(infinity, 0, -infinity)), Lines({"glVertex3f(inf, 0, -inf)"}));
+    constexpr float endless = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(Draw(engine::Vertex(endless, 0, -endless)), Lines({"glVertex3f(inf, 0, -inf)"}));
 }
 
 } // namespace

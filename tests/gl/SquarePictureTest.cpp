@@ -17,7 +17,7 @@ using namespace gltest::colours;
 
 namespace {
 
-constexpr int size = 64;
+constexpr int side = 64;
 
 // Two units to each side of the origin are seen, 16 pixels a unit.
 class SquarePicture : public testing::Test {
@@ -30,7 +30,7 @@ protected:
     Picture Draw(double width, double height) const {
         glClear(GL_COLOR_BUFFER_BIT);
         DrawSquare(width, height);
-        return gltest::ReadDrawn(size, size);
+        return gltest::ReadDrawn(side, side);
     }
 
     // Binds a PNG file with red and green in its upper row, blue and white in its lower.
@@ -46,7 +46,7 @@ protected:
         std::filesystem::remove(path);
     }
 
-    OffscreenContext context{size, size};
+    OffscreenContext context{side, side};
 };
 
 } // namespace

@@ -15,7 +15,7 @@ using PressKey = void (*)(unsigned char key, int x, int y);
 constexpr unsigned char escapeKey = 27;
 
 // The last window that got a keyboard callback; programs have one.
-int window = 0;
+int keyboardWindow = 0;
 PressKey pressKey = nullptr; // null: none, or the program itself ends that window
 
 void Forget() {
@@ -25,7 +25,7 @@ void Forget() {
 /// freeglut calls this for any window that goes, whoever ends it. If the program does not exit,
 /// freeglut does.
 void OnClose() {
-    if (pressKey != nullptr && glutGetWindow() == window) {
+    if (pressKey != nullptr && glutGetWindow() == keyboardWindow) {
         std::exchange(pressKey, nullptr)(escapeKey, 0, 0);
     }
 }
@@ -44,12 +44,12 @@ void __real_glutDestroyWindow(int closed);
 
 void __wrap_glutKeyboardFunc(PressKey callback) {
     __real_glutKeyboardFunc(callback);
-    window = glutGetWindow();
+    keyboardWindow = glutGetWindow();
     pressKey = callback;
 }
 
 void __wrap_glutDestroyWindow(int closed) {
-    if (closed == window) {
+    if (closed == keyboardWindow) {
         Forget();
     }
     __real_glutDestroyWindow(closed);

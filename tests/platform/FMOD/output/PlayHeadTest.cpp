@@ -1,15 +1,17 @@
 // What is heard between two reports of the device.
 #include "PlayHead.h"
 
+#include "TimelineDevice.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdint>
 #include <limits>
 
+using devices::ms;
 using sound::PlayHead;
 
-static constexpr std::int64_t ms = 1'000'000; // in ns
 static constexpr std::int64_t unbounded = std::numeric_limits<std::int64_t>::max();
 
 TEST(PlayHead, IsAtTheBeginningBeforeTheFirstReport) {
@@ -79,7 +81,7 @@ TEST(PlayHead, SurvivesDaysOfPlaying) {
 namespace {
 
 // A device that reports every 25 ms; what it says may be off.
-struct Device {
+struct ReportingDevice {
     std::int64_t Heard(int ms) const {
         return static_cast<std::int64_t>(44.1 * ms * (1.0 + drift) + 44.1 * interruptedMs);
     }
@@ -101,14 +103,14 @@ struct Device {
 } // namespace
 
 TEST(PlayHead, IsWhereTheFirstReportSays) {
-    Device device;
+    ReportingDevice device;
 
     EXPECT_EQ(device.Report(1000, 1000, 0.0), 0.0);
 }
 
 TEST(PlayHead, StaysWithADeviceWhoseClockDrifts) {
     for (const double drift : {-3e-4, -1e-4, 1e-4, 3e-4}) {
-        Device device;
+        ReportingDevice device;
         device.drift = drift;
 
         for (int from = 0; from < 60'000; from += 1000) {
@@ -119,7 +121,7 @@ TEST(PlayHead, StaysWithADeviceWhoseClockDrifts) {
 
 TEST(PlayHead, IsHardlyMovedByReportsThatAreOffForSeconds) {
     for (const double off : {-5.0, 5.0}) {
-        Device device;
+        ReportingDevice device;
         device.Report(0, 5000, 0.0);
 
         const double moved = device.Report(5025, 7000, off);
@@ -130,7 +132,7 @@ TEST(PlayHead, IsHardlyMovedByReportsThatAreOffForSeconds) {
 }
 
 TEST(PlayHead, ComesRoundToReportsThatPersist) {
-    Device device;
+    ReportingDevice device;
     device.Report(0, 5000, 0.0);
     device.interruptedMs = -8.0;
 
@@ -139,7 +141,7 @@ TEST(PlayHead, ComesRoundToReportsThatPersist) {
 
 TEST(PlayHead, GoesWhereADeviceJumpsOnceThatIsConfirmed) {
     for (const double jump : {-50.0, 50.0}) {
-        Device device;
+        ReportingDevice device;
         device.Report(0, 5000, 0.0);
         device.interruptedMs = jump;
 
@@ -149,7 +151,7 @@ TEST(PlayHead, GoesWhereADeviceJumpsOnceThatIsConfirmed) {
 }
 
 TEST(PlayHead, DoesNotFollowOneReportThatIsFarOff) {
-    Device device;
+    ReportingDevice device;
     device.Report(0, 5000, 0.0);
     device.Report(5025, 5025, -80.0);
 
@@ -159,7 +161,7 @@ TEST(PlayHead, DoesNotFollowOneReportThatIsFarOff) {
 // A server that repeats, as if it were new, what was so at the latest cycle of its graph: what it
 // says falls behind, more and more, until it is asked right after a cycle again.
 TEST(PlayHead, IsNotMovedInJumpsByAPositionThatIsRepeated) {
-    Device device;
+    ReportingDevice device;
     device.Report(0, 5000, 0.0);
 
     double last = 0.0;
@@ -173,7 +175,7 @@ TEST(PlayHead, IsNotMovedInJumpsByAPositionThatIsRepeated) {
 }
 
 TEST(PlayHead, IsNotMovedFarByOneReportAfterASilence) {
-    Device device;
+    ReportingDevice device;
     device.Report(0, 5000, 0.0);
 
     EXPECT_LT(std::abs(device.Report(9000, 9000, 5.0)), 5.0);

@@ -17,7 +17,7 @@ std::string calls;
 int currentWindow = 0;
 void (*onClose)() = nullptr;
 
-void PressKey(unsigned char key, int, int) {
+void PressAnyKey(unsigned char key, int, int) {
     calls += "key " + std::to_string(key) + " in " + std::to_string(currentWindow) + "; ";
     onClose(); // a program that exits closes its windows
 }
@@ -35,7 +35,7 @@ void glutCloseFunc(void (*callback)()) {
 }
 
 void __real_glutKeyboardFunc(void (*callback)(unsigned char, int, int)) {
-    calls += callback == PressKey ? "keyboard; " : "no keyboard; ";
+    calls += callback == PressAnyKey ? "keyboard; " : "no keyboard; ";
 }
 
 void __real_glutDestroyWindow(int closed) {
@@ -50,7 +50,7 @@ protected:
     ClosedWindow() {
         currentWindow = 5;
         PressEscapeWhenClosed();
-        __wrap_glutKeyboardFunc(PressKey);
+        __wrap_glutKeyboardFunc(PressAnyKey);
         calls.clear();
     }
 };

@@ -67,8 +67,8 @@ TEST_F(FileTest, TakesMemoryThatRanOutForWhatItIs) {
     const std::string path = folder.Path("file");
     std::unique_ptr<File> none;
     std::vector<int> taken;
-    for (int next = open("/dev/null", O_RDONLY); next >= 0; next = open("/dev/null", O_RDONLY)) {
-        taken.push_back(next);
+    for (int null = open("/dev/null", O_RDONLY); null >= 0; null = open("/dev/null", O_RDONLY)) {
+        taken.push_back(null);
     }
 
     const FMOD_RESULT result = File::Open(path.c_str(), none);
