@@ -197,24 +197,35 @@ __attribute__((destructor)) void Report() {
     std::fclose(file);
 }
 
+// What is found is kept without the guard that a local variable of another kind has: threads wait
+// for one another at that by a system call, which is looked up here, too.
+template <typename Function>
+using Found = std::atomic<Function*>;
+
 // The C library's dlsym, which below has another in its place.
 void* RealDlsym(void* library, const char* name) {
-    static const auto real =
-        reinterpret_cast<void* (*)(void*, const char*)>(dlvsym(RTLD_NEXT, "dlsym", "GLIBC_2.34"));
-    return real(library, name);
+    using Dlsym = void*(void*, const char*);
+    static constinit Found<Dlsym> found{nullptr};
+    if (found == nullptr) {
+        found = reinterpret_cast<Dlsym*>(dlvsym(RTLD_NEXT, "dlsym", "GLIBC_2.34"));
+    }
+    return found.load()(library, name);
 }
 
 // Some have an older version besides, which dlsym might give.
 template <typename Function>
-Function* Next(const char* name) {
-    void* next = nullptr;
-    if (std::string_view(name).starts_with("pthread_cond_")) {
-        next = dlvsym(RTLD_NEXT, name, "GLIBC_2.3.2");
+Function* Next(Found<Function>& found, const char* name) {
+    if (found == nullptr) {
+        void* next = nullptr;
+        if (std::string_view(name).starts_with("pthread_cond_")) {
+            next = dlvsym(RTLD_NEXT, name, "GLIBC_2.3.2");
+        }
+        if (next == nullptr) {
+            next = RealDlsym(RTLD_NEXT, name);
+        }
+        found = reinterpret_cast<Function*>(next);
     }
-    if (next == nullptr) {
-        next = RealDlsym(RTLD_NEXT, name);
-    }
-    return reinterpret_cast<Function*>(next);
+    return found;
 }
 
 } // namespace
@@ -227,7 +238,8 @@ Function* Next(const char* name) {
 
 #define WATCH(result, name, parameters, arguments)                                                 \
     REPLACE(result, name, parameters) {                                                            \
-        static auto* const next = Next<result parameters>(#name);                                  \
+        static constinit Found<decltype(Watched_##name)> found{nullptr};                           \
+        auto* const next = Next(found, #name);                                                     \
         Note(#name);                                                                               \
         return next arguments;                                                                     \
     }
@@ -237,10 +249,10 @@ REPLACE(int, cubeb_stream_init,
          cubeb_stream_params* input, cubeb_devid outputDevice, cubeb_stream_params* output,
          unsigned int latencyFrames, cubeb_data_callback data, cubeb_state_callback state,
          void* user)) {
-    static auto* const next = Next<decltype(cubeb_stream_init)>("cubeb_stream_init");
+    static constinit Found<decltype(cubeb_stream_init)> found{nullptr};
     auto* watched = new Watched{data, state, user}; // as long as the process
-    return next(context, stream, name, inputDevice, input, outputDevice, output, latencyFrames,
-                WatchData, PassState, watched);
+    return Next(found, "cubeb_stream_init")(context, stream, name, inputDevice, input, outputDevice,
+                                            output, latencyFrames, WatchData, PassState, watched);
 }
 
 // PipeWire's library is loaded, and its functions are looked up, at run time.
@@ -254,22 +266,21 @@ REPLACE(void*, dlsym, (void* library, const char* name)) {
 }
 
 REPLACE(int, cubeb_stream_get_position, (cubeb_stream * stream, std::uint64_t* position)) {
-    static auto* const next =
-        Next<decltype(cubeb_stream_get_position)>("cubeb_stream_get_position");
+    static constinit Found<decltype(cubeb_stream_get_position)> found{nullptr};
     inPosition = true;
-    const int result = next(stream, position);
+    const int result = Next(found, "cubeb_stream_get_position")(stream, position);
     inPosition = false;
     return result;
 }
 
 REPLACE(pid_t, getpid, ()) {
-    static auto* const next = Next<pid_t()>("getpid");
+    static constinit Found<pid_t()> found{nullptr};
     if (!inPosition) {
         Note("getpid");
     }
     const char blocked = systemCallsBlocked;
     systemCallsBlocked = 0;
-    const pid_t process = next();
+    const pid_t process = Next(found, "getpid")();
     systemCallsBlocked = blocked;
     return process;
 }
