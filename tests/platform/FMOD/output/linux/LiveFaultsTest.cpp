@@ -47,13 +47,13 @@ TEST_P(LiveFaultsTest, ServerThatHungForSecondsIsHeardAgain) {
 }
 
 TEST_P(LiveFaultsTest, ServerThatHungForAMomentIsHeardAgain) {
-    OpenAndPlay(6.0);
+    OpenAndPlay(7.0);
     ExpectRealTime("before", Watch(1500));
 
     server->Stop();
-    ExpectRealTime("hung", Watch(Position() + 1000));
+    ExpectRealTime("hung", Watch(Position() + 2000));
     server->Continue();
-    ExpectHeardAgain(*server, Position(), 6000);
+    ExpectHeardAgain(*server, Position(), 7000);
 }
 
 TEST_P(LiveFaultsTest, ServerThatHangsLeavesTheMusicGoingSilently) {
@@ -66,14 +66,14 @@ TEST_P(LiveFaultsTest, ServerThatHangsLeavesTheMusicGoingSilently) {
 }
 
 TEST_P(LiveFaultsTest, ServerThatHungAndDiedIsReplaced) {
-    OpenAndPlay(9.0);
+    OpenAndPlay(10.0);
     ExpectRealTime("before", Watch(1500));
 
     server->Stop();
-    ExpectRealTime("hung", Watch(2500));
+    ExpectRealTime("hung", Watch(Position() + 2000));
     server->Restart();
     server->BeginRecording();
-    ExpectHeardAgain(*server, Position(), 9000);
+    ExpectHeardAgain(*server, Position(), 10'000);
 }
 
 TEST_P(LiveFaultsTest, ServerThatIsGoneWhenTheMusicStartsIsNotWaitedFor) {
@@ -86,19 +86,19 @@ TEST_P(LiveFaultsTest, ServerThatIsGoneWhenTheMusicStartsIsNotWaitedFor) {
 
 TEST_P(LiveFaultsTest, ServerThatHangsFromTheStartIsHeardOnceItGoesOn) {
     server->Stop();
-    OpenAndPlay(5.0);
-    ExpectRealTime("hung", Watch(1500));
+    OpenAndPlay(5.5);
+    ExpectRealTime("hung", Watch(2000));
 
     server->Continue();
-    ExpectHeardAgain(*server, Position(), 5000);
+    ExpectHeardAgain(*server, Position(), 5500);
 }
 
 TEST_P(LiveFaultsTest, ServerThatHangsWhenTheMusicStartsIsHeardOnceItGoesOn) {
-    Open(5.0);
+    Open(5.5);
 
     server->Stop();
     Play();
-    ExpectRealTime("hung", Watch(1500));
+    ExpectRealTime("hung", Watch(2000));
     server->Continue();
-    ExpectHeardAgain(*server, Position(), 5000);
+    ExpectHeardAgain(*server, Position(), 5500);
 }

@@ -23,8 +23,7 @@ inline const std::string silentNotice =
 struct Observation {
     unsigned int firstPosition = 0;
     unsigned int lastPosition = 0;
-    unsigned int looks = 0;
-    unsigned int newPositions = 0; ///< looks at which the position had moved
+    unsigned int differentPositions = 0;
     bool wentBack = false;
     double leapMs = 0.0;    ///< the most by which it advanced more than real time between two looks
     double behindMs = 0.0;  ///< by how much it advanced less than real time, in total
@@ -50,8 +49,7 @@ protected:
     unsigned int Position();
     void Release();
 
-    /// The music continued in real time; it may have halted until a lost device was noticed, for
-    /// most of half a second.
+    /// The music continued in real time; it may have halted until a lost device was noticed.
     void ExpectRealTime(const std::string& when, const Observation& observed);
 
     /// From @p fromMs to @p toMs of the music, the observed positions match what @p server

@@ -14,7 +14,7 @@ protected:
     }
 
     // A session manager may take seconds to start on a busy machine.
-    static constexpr unsigned int lengthMs = 9500;
+    static constexpr unsigned int lengthMs = 10'500;
 
     PrivatePipeWire server;
 };
@@ -39,7 +39,7 @@ TEST_F(LivePipeWireTest, IsHeardAgainOnceThereIsASessionManagerAgain) {
     server.EndSessionManager();
     server.RemoveSink("sink-a");
     server.RemoveSink("sink-b");
-    ExpectRealTime("without", Watch(Position() + 1000));
+    ExpectRealTime("without", Watch(Position() + 2000));
     server.AddSink("sink-a");
     server.StartSessionManager();
     server.BeginRecording();
