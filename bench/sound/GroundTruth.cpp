@@ -114,7 +114,7 @@ void GroundTruth::MakeRoomAt(std::int64_t heardNs) {
 
 // In one go, so that there are no joints; soxr gives each frame its own time back.
 void GroundTruth::Append(const std::vector<Frame>& rendered, std::int64_t rate) {
-    if (rendered.empty() || rate <= 0) {
+    if (rendered.empty() || rate <= 0) { // the first block brings the rate
         return;
     }
     const bool resampled = rate != rateHz;
