@@ -45,6 +45,7 @@ FaultsAreNoticed() {
     # shellcheck disable=SC2016 # for the program to expand
     {
         expect_noticed 'kill -SEGV $$' 'the status'
+        expect_noticed 'kill -PIPE $$' 'the status'
         expect_noticed 'exit 3' 'the status'
         expect_runs 1 1 ' [1-9][0-9]* failures$'
         expect_noticed 'echo more; exit 0' 'standard output differs: more'
