@@ -39,7 +39,7 @@ FaultsAreNoticed() {
     chmod 711 "$headless_dir"
     mkdir "$headless_dir/planted" "$headless_dir/scratch" "$headless_dir/show"
     cp -r "$PROGRAMS/skovra" "$PROGRAMS/resources" "$headless_dir/show"
-    ln -s "$headless_dir/show/resources" "$headless_dir/planted"
+    cp -r "$PROGRAMS/resources" "$headless_dir/planted" # no link: runs spoil what it leads to
     try : || fail "the show itself does not pass"
     expect_runs 0 0 ' 0 failures$'
     # shellcheck disable=SC2016 # for the program to expand
