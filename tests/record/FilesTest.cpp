@@ -14,7 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <optional>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -37,9 +37,11 @@ struct Owner {
 
 constexpr uid_t unchanged = static_cast<uid_t>(-1);
 
-static std::optional<Owner> former; ///< of what is replaced
+// By path.
+static std::map<std::string, Owner> former; ///< of what is replaced
+static std::map<std::string, Owner> given;  ///< what was not refused
+
 static bool mayGiveAway = true;
-static std::vector<Owner> given; ///< what was not refused
 
 } // namespace owners
 
@@ -52,19 +54,19 @@ int __wrap_chown(const char* path, uid_t user, gid_t group);
 
 int __wrap_stat(const char* path, struct stat* status) {
     const int result = __real_stat(path, status);
-    if (owners::former) {
-        status->st_uid = owners::former->user;
-        status->st_gid = owners::former->group;
+    if (const auto found = owners::former.find(path); found != owners::former.end()) {
+        status->st_uid = found->second.user;
+        status->st_gid = found->second.group;
     }
     return result;
 }
 
-int __wrap_chown(const char*, uid_t user, gid_t group) {
+int __wrap_chown(const char* path, uid_t user, gid_t group) {
     if (!owners::mayGiveAway && user != owners::unchanged) {
         errno = EPERM;
         return -1;
     }
-    owners::given.push_back({user, group});
+    owners::given[path] = {user, group};
     return 0;
 }
 
@@ -80,7 +82,7 @@ protected:
             throw std::runtime_error("no folder to write to");
         }
         folder = name;
-        owners::former.reset();
+        owners::former.clear();
         owners::mayGiveAway = true;
         owners::given.clear();
     }
@@ -191,19 +193,28 @@ TEST_F(Files, NewOneHasThePermissionsOfAnyNewFile) {
 }
 
 TEST_F(Files, KeptOneHasTheOwnerOfTheFormer) {
-    owners::former = {{.user = 1001, .group = 1002}};
     Write(Path("a"), "former");
-    UnfinishedFile(Path("a")).Commit();
-    EXPECT_EQ(owners::given, (std::vector<owners::Owner>{{.user = 1001, .group = 1002}}));
+    owners::former = {{Path("a"), {.user = 1001, .group = 1002}}};
+    UnfinishedFile file(Path("a"));
+    const std::map<std::string, owners::Owner> expected = {
+        {file.Path(), {.user = 1001, .group = 1002}}};
+
+    file.Commit();
+
+    EXPECT_EQ(owners::given, expected);
 }
 
 TEST_F(Files, WhoMayNotGiveItAwayKeepsItsGroup) {
-    owners::former = {{.user = 1001, .group = 1002}};
-    owners::mayGiveAway = false;
     Write(Path("a"), "former");
-    UnfinishedFile(Path("a")).Commit();
-    EXPECT_EQ(owners::given,
-              (std::vector<owners::Owner>{{.user = owners::unchanged, .group = 1002}}));
+    owners::former = {{Path("a"), {.user = 1001, .group = 1002}}};
+    owners::mayGiveAway = false;
+    UnfinishedFile file(Path("a"));
+    const std::map<std::string, owners::Owner> expected = {
+        {file.Path(), {.user = owners::unchanged, .group = 1002}}};
+
+    file.Commit();
+
+    EXPECT_EQ(owners::given, expected);
     EXPECT_TRUE(fs::exists(Path("a")));
 }
 
