@@ -16,7 +16,8 @@ install(TARGETS ${service_apis} EXPORT SkovraTargets
 install(TARGETS
         skovra_live skovra_live_platform pipewire_headers
         platform_Carbon_alerts platform_Carbon_cursor platform_CoreFoundation platform_FMOD
-        platform_FMOD_decoder platform_FMOD_decoder_api platform_FMOD_mix platform_FMOD_music
+        platform_FMOD_decoder platform_FMOD_decoder_api platform_FMOD_mix platform_FMOD_mp3
+        platform_FMOD_music
         platform_FMOD_output platform_FMOD_output_api platform_FMOD_timeline platform_GLUT
         platform_OpenGL platform_Room platform_RoomAtStart platform_StandardStreams platform_glpng
         platform_objc

@@ -4,9 +4,6 @@
 #include <bit>
 #include <cmath>
 #include <functional>
-#include <new>
-
-#include <kiss_fftr.h>
 
 namespace sound {
 
@@ -15,18 +12,11 @@ bool Spectrum::CanAnalyse(int wanted) {
            std::has_single_bit(static_cast<unsigned int>(wanted));
 }
 
-void Spectrum::Delete::operator()(kiss_fftr_state* owned) const {
-    kiss_fftr_free(owned);
-}
-
 float* Spectrum::SamplesFor(int wanted) {
     if (wanted != bands) {
         bands = 0;
         const auto length = 2 * static_cast<std::size_t>(wanted);
-        transform.reset(kiss_fftr_alloc(2 * wanted, 0, nullptr, nullptr));
-        if (transform == nullptr) {
-            throw std::bad_alloc();
-        }
+        transform.emplace(2 * wanted);
         samples.resize(length);
         windowed.resize(length);
         bins.resize(length / 2 + 1);
@@ -46,14 +36,12 @@ void Spectrum::Analyse(FMOD_DSP_FFT_WINDOW window, float* magnitudes) {
         std::transform(samples.begin(), samples.end(), triangle.begin(), windowed.begin(),
                        std::multiplies<>());
     }
-    static_assert(sizeof(Bin) == sizeof(kiss_fft_cpx));
-    kiss_fftr(transform.get(), triangular ? windowed.data() : samples.data(),
-              reinterpret_cast<kiss_fft_cpx*>(bins.data()));
+    transform->Run(triangular ? windowed.data() : samples.data(), bins.data());
     // Half of a sine's magnitude is at its frequency, half at the mirrored one, which is left out;
     // a constant 1 would give the sum of the window.
     const float scale = 2.0F / static_cast<float>(triangular ? bands : 2 * bands);
-    std::transform(bins.begin(), bins.end() - 1, magnitudes, [scale](const Bin& bin) {
-        return std::sqrt(bin.real * bin.real + bin.imaginary * bin.imaginary) * scale;
+    std::transform(bins.begin(), bins.end() - 1, magnitudes, [scale](std::complex<float> bin) {
+        return std::sqrt(bin.real() * bin.real() + bin.imag() * bin.imag()) * scale;
     });
     magnitudes[0] /= 2.0F; // a constant has no mirror
 }

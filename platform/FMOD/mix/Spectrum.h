@@ -1,12 +1,13 @@
 // The strength of each frequency band in the latest samples.
 #pragma once
 
+#include "Transform.h"
+
 #include <FMOD/FMOD.h>
 
-#include <memory>
+#include <complex>
+#include <optional>
 #include <vector>
-
-struct kiss_fftr_state;
 
 namespace sound {
 
@@ -27,20 +28,12 @@ public:
     void Analyse(FMOD_DSP_FFT_WINDOW window, float* magnitudes);
 
 private:
-    struct Delete {
-        void operator()(kiss_fftr_state* owned) const;
-    };
-    struct Bin {
-        float real;
-        float imaginary;
-    };
-
     int bands = 0;
-    std::unique_ptr<kiss_fftr_state, Delete> transform;
+    std::optional<Transform> transform;
     std::vector<float> samples;
     std::vector<float> windowed;
     std::vector<float> triangle;
-    std::vector<Bin> bins;
+    std::vector<std::complex<float>> bins;
 };
 
 } // namespace sound

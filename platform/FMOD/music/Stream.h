@@ -9,13 +9,13 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
+#include <cstddef>
 #include <memory>
-#include <mutex>
-#include <thread>
 #include <vector>
 
 namespace sound {
+
+class Background;
 
 class Stream {
 public:
@@ -43,30 +43,37 @@ public:
     /// could not be read further, or memory ran out) only once the last frame is available.
     Supply GetSupply() const noexcept { return supply.load(std::memory_order_acquire); }
 
-    /// Waits until @p count frames (at most 0.9 s) can be read, or no more follow; at most
-    /// for @p limit.
+    /// Waits, on a system that can, until @p count frames (at most 0.9 s) can be read, or no more
+    /// follow; at most for @p limit.
     void WaitUntilReady(std::size_t count, std::chrono::milliseconds limit);
+
+    enum class Step : int { Moved, Full, Over };
+
+    /// For its background alone, one thread at a time: decodes the next frames, unless some are
+    /// left from before, and moves them to the ring. Full: there is no room for all of them. Over:
+    /// no more follow.
+    Step Advance();
+
+    /// For its background alone: room in the ring, in frames.
+    std::size_t Free() const noexcept { return ring.Free(); }
+
+    /// Any thread: Advance, also one under way, comes back soon.
+    void InterruptDecoder() { decoder->Interrupt(); }
 
 private:
     explicit Stream(std::unique_ptr<Decoder> openDecoder);
-    void StartDecoding();
-    void StopDecoding();
-    void Run();
-    bool DecodeMore();
-    bool WriteAll();
-    void NotifyWaiting();
+    void Decode();
 
     std::unique_ptr<Decoder> decoder;
-    std::vector<float> decoded; // on its way from the decoder to the ring
     Ring ring;
     std::atomic<Supply> supply{Supply::Decoding};
 
-    std::mutex mutex;
-    std::condition_variable wake;  // the decode thread waits for room
-    std::condition_variable ready; // others wait for frames
-    bool stopping = false;         // under the mutex
-    std::atomic<int> waiting{0};
-    std::thread thread;
+    // The background only:
+    std::vector<float> decoded;     // on its way from the decoder to the ring
+    std::size_t moved = 0;          // of it, in samples
+    Supply next = Supply::Decoding; // the supply once all of it is in the ring
+
+    std::unique_ptr<Background> background; // last: it uses the others
 };
 
 } // namespace sound

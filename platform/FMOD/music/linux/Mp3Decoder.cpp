@@ -1,10 +1,9 @@
 #include "Mp3Decoder.h"
 
-#include "Mp3Beginning.h"
+#include "FirstFrame.h"
 #include "Mp3Header.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -14,9 +13,6 @@
 #include <mpg123.h>
 
 namespace sound {
-
-static constexpr std::size_t searchedBytes = 65536; // more than twice those of framesToGoOn
-static constexpr int mostTags = 8;
 
 // What libmpg123 may read to begin with a stream.
 static constexpr std::size_t bytesToBegin = 65536;
@@ -35,40 +31,6 @@ static void LeaveOutWhatIsNoSound(std::span<float> samples) {
     std::replace_if(
         samples.begin(), samples.end(),
         [](float sample) { return !(std::abs(sample) <= loudestSample); }, 0.0F);
-}
-
-static std::span<const unsigned char> ReadAt(File& file, off_t offset,
-                                             std::span<unsigned char> buffer) {
-    if (file.Seek(offset, SEEK_SET) != offset) {
-        return {};
-    }
-    const ssize_t got = file.Read(buffer.data(), buffer.size());
-    return buffer.first(got > 0 ? static_cast<std::size_t>(got) : 0);
-}
-
-// Where the audio may begin: after the tags, of which none is longer than the file.
-static off_t SkipTags(File& file) {
-    static constexpr off_t shortestTag = 10;
-    std::array<unsigned char, tagHeadBytes> head = {};
-    off_t offset = 0;
-    for (int tags = 0; tags < mostTags; ++tags) {
-        if (ReadAt(file, offset, head).size() < head.size()) {
-            break;
-        }
-        const auto length = static_cast<off_t>(TagBytes(head));
-        if (length == 0) {
-            break;
-        }
-        offset += offset + length < file.Size() ? length : shortestTag;
-    }
-    return offset;
-}
-
-static std::optional<off_t> FindFirstFrame(File& file) {
-    std::vector<unsigned char> buffer(searchedBytes);
-    const off_t from = SkipTags(file);
-    const auto found = FindFirstMp3Frame(ReadAt(file, from, buffer));
-    return found ? std::optional<off_t>(from + static_cast<off_t>(*found)) : std::nullopt;
 }
 
 FMOD_RESULT Mp3Decoder::Open(std::unique_ptr<File> file, std::unique_ptr<Mp3Decoder>& decoder) {
