@@ -227,11 +227,11 @@ function run(loaded) {
         },
         stdout: (byte) => output.add(byte),
         stderr: (byte) => errors.add(byte),
-        quit(status, thrown) {
+        quit(status, thrown) { // also while main waits for a box
             onThrown(thrown);
-            end(status & 255);
             throw thrown;
         },
+        onExit: (status) => end(status & 255),
         onThrown,
         onWindow: openWindow,
         onContextLost: (isLost) => say(isLost ? sentences.contextLost : ""),

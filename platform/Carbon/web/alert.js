@@ -4,6 +4,10 @@ mergeInto(LibraryManager.library, {
         okButton: 1,
         cancelButton: 2,
 
+        string: function(text) {
+            return new TextDecoder().decode(HEAPU8.subarray(text, HEAPU8.indexOf(0, text)));
+        },
+
         element: function(name, className, text) {
             const element = document.createElement(name);
             element.className = className;
@@ -80,12 +84,12 @@ mergeInto(LibraryManager.library, {
         }
     },
 
-    SkovraAlertRun__deps: ["$SkovraAlert", "$Asyncify", "$UTF8ToString"],
+    SkovraAlertRun__deps: ["$SkovraAlert", "$Asyncify"],
     SkovraAlertRun__async: true,
     SkovraAlertRun: function(error, explanation, defaultText, cancelText, defaultItem, cancelItem) {
         return Asyncify.handleSleep(function(wakeUp) {
             const texts = [error, explanation, defaultText, cancelText].map(function(text) {
-                return text ? UTF8ToString(text) : "";
+                return text ? SkovraAlert.string(text) : "";
             });
             SkovraAlert.show(texts, defaultItem, cancelItem, function(item) {
                 try {

@@ -83,7 +83,7 @@ mergeInto(LibraryManager.library, {
                 SkovraWindow.work();
             };
             SkovraWindow.listen();
-            SkovraWindow.measure();
+            SkovraWindow.measure(null);
             SkovraWindow.postWork();
         },
 
@@ -92,7 +92,9 @@ mergeInto(LibraryManager.library, {
             const options = { "signal": SkovraWindow.listeners.signal };
             const canvas = SkovraWindow.canvas;
             window.addEventListener("keydown", SkovraWindow.pressKey, options);
-            window.addEventListener("resize", SkovraWindow.measure, options);
+            window.addEventListener("resize", function() {
+                SkovraWindow.measure(null);
+            }, options);
             // Timers may have been held back while nobody was looking.
             document.addEventListener("visibilitychange", SkovraWindow.postWork, options);
             document.addEventListener("fullscreenchange", SkovraWindow.changeFullScreen, options);
@@ -108,17 +110,19 @@ mergeInto(LibraryManager.library, {
 
         observe: function(entries) {
             const exact = entries[entries.length - 1].devicePixelContentBoxSize;
-            if (exact) {
-                SkovraWindow.setSize(exact[0].inlineSize, exact[0].blockSize);
-            } else {
-                SkovraWindow.measure();
-            }
+            SkovraWindow.measure(exact ? exact[0] : null);
         },
 
-        measure: function() {
+        // exact: the canvas's size on the screen where the browser knows it, for the product of size
+        // and ratio is rounded one way or the other. A browser that only feigns a ratio does not.
+        measure: function(exact) {
             const box = SkovraWindow.canvas.getBoundingClientRect();
-            const ratio = window.devicePixelRatio;
-            SkovraWindow.setSize(Math.round(box.width * ratio), Math.round(box.height * ratio));
+            const inPixels = function(length, exactly) {
+                const computed = length * window.devicePixelRatio;
+                return Math.abs(exactly - computed) < 1 ? exactly : Math.round(computed);
+            };
+            SkovraWindow.setSize(inPixels(box.width, exact ? exact.inlineSize : NaN),
+                inPixels(box.height, exact ? exact.blockSize : NaN));
         },
 
         setSize: function(width, height) {
