@@ -1,6 +1,6 @@
 # The targets Skovra::engine and Skovra::live, and skovra_add_resources(), see AddResources.cmake.
 include(CMakeFindDependencyMacro)
-foreach(package IN ITEMS GLUT OpenGL PNG PkgConfig Threads X11 ZLIB cubeb)
+foreach(package IN ITEMS GLUT OpenGL PNG PkgConfig Threads X11 cubeb)
     find_dependency(${package})
 endforeach()
 # Under the names by which the targets link them.

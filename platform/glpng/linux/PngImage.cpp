@@ -2,6 +2,7 @@
 #include "PngImage.h"
 
 #include "NeededChunks.h"
+#include "TextureImage.h"
 
 #include <png.h>
 

@@ -1,4 +1,4 @@
-// What libpng gets to see of a file.
+// What a decoder gets to see of a PNG file.
 #pragma once
 
 #include <cstddef>
@@ -8,15 +8,15 @@
 namespace glpng {
 
 /// A PNG file without the chunks that no pixel depends on: they are neither read nor stored,
-/// whatever length they claim. What libpng makes of them differs between its versions, and so does
-/// what it makes of the chunks behind the picture, which are therefore checked here.
+/// whatever length they claim. What decoders make of them differs, even between versions of libpng,
+/// and so does what they make of the chunks behind the picture, which are therefore checked here.
 class NeededChunks {
 public:
     /// Of the file that starts at the position of @p openFile.
     explicit NeededChunks(std::FILE* openFile) : file(openFile) {}
 
-    /// The next @p count bytes, as libpng asks for them: the signature; the length and name of a
-    /// chunk together; some of its data; its checksum. False at the end of the file, where a
+    /// The next @p count bytes, as libpng would ask for them: the signature; the length and name of
+    /// a chunk together; some of its data; its checksum. False at the end of the file, where a
     /// checksum is wrong, where the first chunk is not the header, and where pixels go on after
     /// another chunk.
     bool Read(unsigned char* bytes, std::size_t count);

@@ -18,9 +18,6 @@ struct PngImage {
     std::size_t RowBytes() const { return std::size_t{width} * (hasAlpha ? 4 : 3); }
 };
 
-/// The limit for the decoded pixels of one picture.
-inline constexpr std::size_t maxPixelBytes = std::size_t{256} << 20;
-
 /// Reads the PNG file that starts at the position of @p file.
 /// False, with @p image in any state: it is not a PNG file, is truncated, has a side of more than
 /// @p maxSide (>= 1) pixels, or pixels that would need more than maxPixelBytes, which are then not

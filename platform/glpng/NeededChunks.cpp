@@ -1,9 +1,9 @@
 #include "NeededChunks.h"
 
+#include "Checksum.h"
+
 #include <algorithm>
 #include <array>
-
-#include <zlib.h>
 
 namespace glpng {
 
@@ -21,12 +21,6 @@ static std::uint32_t BigEndian(const unsigned char* bytes) {
            static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
 }
 
-// The checksum of what @p checksum is of, and then @p count more bytes.
-static std::uint32_t Extended(std::uint32_t checksum, const unsigned char* bytes,
-                              std::size_t count) {
-    return static_cast<std::uint32_t>(crc32_z(checksum, bytes, count));
-}
-
 static bool IsNeeded(std::uint32_t name) {
     return (name & ancillaryBit) == 0 || name == transparency;
 }
@@ -42,7 +36,7 @@ bool NeededChunks::Read(unsigned char* bytes, std::size_t count) {
     if (begun && left == 0) {
         return count == checksumBytes && BigEndian(bytes) == checksum;
     }
-    checksum = Extended(checksum, bytes, count);
+    checksum = ExtendedChecksum(checksum, bytes, count);
     return true;
 }
 
@@ -53,7 +47,7 @@ bool NeededChunks::ReadHead(unsigned char* head) {
         }
         left = BigEndian(head) + checksumBytes;
         name = BigEndian(head + 4);
-        checksum = Extended(0, head + 4, 4);
+        checksum = ExtendedChecksum(0, head + 4, 4);
         if (!Enter()) {
             return false;
         }
