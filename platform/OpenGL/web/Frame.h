@@ -1,0 +1,8 @@
+// The end of a frame, as OpenGL's part of it.
+#pragma once
+
+extern "C" {
+
+/// Draws what was called for since the last frame, before the browser shows the canvas.
+void SkovraGlFinishFrame();
+}
