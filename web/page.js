@@ -32,7 +32,7 @@ function fail(sentence, reason) {
         console.error(String(reason.stack || reason));
     }
     document.body.classList.remove("playing");
-    elementOf("loading").hidden = true;
+    endProgress();
     elementOf("stage").hidden = true;
     say(sentence);
 }
@@ -53,7 +53,9 @@ function showProgress(bytes) {
 function endProgress() {
     clearTimeout(progress.timer);
     elementOf("loading").hidden = true;
-    say("");
+    if (elementOf("message").textContent === sentences.slow) {
+        say("");
+    }
 }
 
 // The answer with its body counted as it comes, and of the type that it ought to have.
@@ -143,6 +145,9 @@ async function load() {
         loadScript(`${program}.js`),
     ]);
     endProgress();
+    if (!getComputedStyle(document.documentElement).getPropertyValue("--style-is-complete")) {
+        throw new Error("style.css");
+    }
     return { compiled, ...resources };
 }
 
@@ -218,6 +223,7 @@ function run(loaded) {
         }
     };
     return SkovraProgram({
+        thisProgram: document.body.dataset.program,
         canvas: elementOf("canvas"),
         files: loaded.files,
         pictures: loaded.pictures,
@@ -239,6 +245,9 @@ function run(loaded) {
 }
 
 function begin(loaded) {
+    if (isOver) {
+        return undefined;
+    }
     if (Object.values(loaded.pictures).includes(null)) {
         say(sentences.picture);
     }

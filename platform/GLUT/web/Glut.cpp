@@ -6,6 +6,7 @@
 #include <GL/glut.h>
 #include <emscripten/emscripten.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
@@ -97,7 +98,7 @@ double SkovraWindowDeliver(SkovraWindowEvent event, int first, int second) {
 
 void glutInit(int* /*argumentCount*/, char** /*arguments*/) {
     if (!SkovraWindowStart()) {
-        std::fputs("this browser has no WebGL 2\n", stderr);
+        std::fprintf(stderr, "%s: this browser has no WebGL 2\n", program_invocation_short_name);
         std::exit(1);
     }
 }
