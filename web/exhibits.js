@@ -3,7 +3,6 @@
 
 const pixelsPerTurn = 12;
 
-const stage = document.getElementById("stage");
 const canvas = document.getElementById("canvas");
 const controls = document.getElementById("controls");
 const exhibits = [...document.querySelectorAll("#exhibits button")];
@@ -50,8 +49,4 @@ canvas.addEventListener("pointermove", (event) => {
         dragX += turn(event.clientX - dragX, "ArrowLeft", "ArrowRight");
         dragY += turn(event.clientY - dragY, "ArrowUp", "ArrowDown");
     }
-});
-
-stage.addEventListener("open", () => {
-    controls.hidden = false;
 });

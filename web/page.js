@@ -10,7 +10,7 @@ const sentences = {
     unreachable: "The show could not be loaded. Please check the connection, and load this page again.",
     slow: "Nothing has come for a while. The show begins as soon as the rest is here.",
     music: "The show ended because its music could not be played: the file is missing or damaged.",
-    picture: "A picture is missing or damaged; the show goes on without it.",
+    picture: "A picture is missing or damaged: the show plays without it.",
     contextLost: "The browser has taken its graphics away. The show goes on, and is seen again if they come back.",
     failed: "The show has failed. Loading this page again may help; the browser's console says more.",
 };
@@ -31,9 +31,8 @@ function fail(sentence, reason) {
     if (reason) {
         console.error(String(reason.stack || reason));
     }
-    document.body.classList.remove("playing");
     endProgress();
-    elementOf("stage").hidden = true;
+    showWindow(false);
     say(sentence);
 }
 
@@ -176,10 +175,19 @@ class Lines {
     }
 }
 
-function openWindow() {
-    document.body.classList.add("playing");
-    elementOf("stage").hidden = false;
-    elementOf("stage").dispatchEvent(new Event("open"));
+// What belongs to the window is shown as long as that.
+function showWindow(isShown) {
+    document.body.classList.toggle("playing", isShown);
+    for (const id of ["stage", "leave", "controls"]) {
+        if (elementOf(id)) {
+            elementOf(id).hidden = !isShown;
+        }
+    }
+}
+
+// To the program closing its window is Escape.
+function leave() {
+    window.dispatchEvent(new KeyboardEvent("keydown", { key: "Escape" }));
 }
 
 async function listDownloads() {
@@ -205,8 +213,7 @@ function end(status) {
         return;
     }
     isOver = true;
-    document.body.classList.remove("playing");
-    elementOf("stage").hidden = true;
+    showWindow(false);
     elementOf("end").hidden = false;
     elementOf("again").focus();
     listDownloads().catch(() => {}); // nothing was put beside the page
@@ -239,7 +246,7 @@ function run(loaded) {
         },
         onExit: (status) => end(status & 255),
         onThrown,
-        onWindow: openWindow,
+        onWindow: () => showWindow(true),
         onContextLost: (isLost) => say(isLost ? sentences.contextLost : ""),
     });
 }
@@ -267,6 +274,9 @@ async function start() {
     elementOf("fallback").remove();
     elementOf("loading").hidden = false;
     elementOf("again").addEventListener("click", () => location.reload());
+    if (elementOf("leave")) {
+        elementOf("leave").addEventListener("click", leave);
+    }
     if (typeof WebAssembly !== "object") {
         fail(sentences.tooOld);
         return;

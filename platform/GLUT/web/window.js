@@ -1,5 +1,5 @@
-// The window in the page, as PageWindow.h has it. Uses of Module: canvas, in an element that may go
-// full screen; onWindow() before it is shown; onContextLost(isLost) when the browser has kept the
+// The window in the page, as PageWindow.h has it. Of Module it needs: canvas, in an element that may
+// go full screen; onWindow() before it is shown; onContextLost(isLost) when the browser has kept the
 // graphics from us for long, and when they are back; onThrown(thrown) for what left the program.
 mergeInto(LibraryManager.library, {
     $SkovraWindow__deps: ["$SkovraGl"],
@@ -246,6 +246,7 @@ mergeInto(LibraryManager.library, {
             event.preventDefault(); // or else it does not come back
             SkovraGl.lose();
             SkovraWindow.frame = null;
+            SkovraWindow.canvas.classList.add("lost");
             SkovraWindow.lossTimer = setTimeout(function() {
                 Module["onContextLost"](true);
             }, SkovraWindow.longestLossMs);
@@ -254,6 +255,7 @@ mergeInto(LibraryManager.library, {
         restoreContext: function() {
             clearTimeout(SkovraWindow.lossTimer);
             Module["onContextLost"](false);
+            SkovraWindow.canvas.classList.remove("lost");
             SkovraGl.attach(SkovraWindow.context);
             SkovraWindow.deliver(SkovraWindow.eventSize, SkovraWindow.width, SkovraWindow.height);
         },
