@@ -1,33 +1,44 @@
 // The output in a page.
 #include "Output.h"
-#include "OutputTimeline.h"
 
-#include <chrono>
+#include "PageOutput.h"
+
+#include <emscripten.h>
 
 namespace sound {
 
-static std::int64_t NowNs() {
-    return std::chrono::steady_clock::now().time_since_epoch().count();
-}
-
 struct Output {
-    explicit Output(const Source& source) : timeline(source, NowNs()) {}
-    OutputTimeline timeline;
+    explicit Output(const Source& source) : page(source) {}
+
+    PageOutput page;
 };
 
+static Output* playing = nullptr; // the only one, if any
+
 OutputHandle StartOutput(const Source& source) {
-    return OutputHandle(new Output(source));
+    OutputHandle output(new Output(source));
+    playing = output.get();
+    return output;
 }
 
 void StopOutput::operator()(Output* output) const noexcept {
+    playing = nullptr;
     delete output;
 }
 
-void AwaitDevice(Output&) noexcept {}
+void AwaitDevice(Output& output) noexcept {
+    output.page.Await();
+}
 
 std::int64_t HeardFrames(Output& output) noexcept {
-    output.timeline.AdvanceSilence(NowNs());
-    return output.timeline.HeardFrames(NowNs());
+    return output.page.HeardFrames();
 }
 
 } // namespace sound
+
+// Called by output.js.
+extern "C" EMSCRIPTEN_KEEPALIVE void SkovraAudioTurn() {
+    if (sound::playing != nullptr) {
+        sound::playing->page.Turn();
+    }
+}
