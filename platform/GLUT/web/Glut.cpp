@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -27,6 +28,7 @@ int initialWidth = 300;
 int initialHeight = 300;
 int pixelWidth = 0;
 int pixelHeight = 0;
+bool isFrameComplete = false; // and not shown yet
 
 int OpenWindow(bool isFullScreen) {
     currentWindow = theWindow;
@@ -44,14 +46,13 @@ void Reshape() {
     }
 }
 
-void RunWhatIsDue() {
+Schedule::Work RunNext() {
     const auto due = schedule.Take(emscripten_get_now());
     switch (due.work) {
     case Schedule::Work::None:
         break;
     case Schedule::Work::Reshape:
         Reshape();
-        RunWhatIsDue(); // its drawing: the page never shows the emptied canvas
         break;
     case Schedule::Work::Timer:
         due.callback(due.value);
@@ -61,6 +62,27 @@ void RunWhatIsDue() {
             callbacks.display();
         }
         break;
+    }
+    return due.work;
+}
+
+/// One callback, and the drawing that it calls for: the page shows neither a canvas that was
+/// emptied by a new size, nor a frame that is replaced at once.
+void RunWhatIsDue() {
+    for (;;) {
+        const auto work = RunNext();
+        const bool isToBeDrawn = work == Schedule::Work::Reshape ||
+                                 (work == Schedule::Work::Timer && schedule.IsRedisplayPosted());
+        if (!isToBeDrawn) {
+            return;
+        }
+    }
+}
+
+void ShowFrame() {
+    if (std::exchange(isFrameComplete, false)) {
+        SkovraGlFinishFrame();
+        SkovraWindowEndFrame();
     }
 }
 
@@ -93,6 +115,7 @@ extern "C" {
 
 double SkovraWindowDeliver(SkovraWindowEvent event, int first, int second) {
     Deliver(event, first, second);
+    ShowFrame();
     return schedule.WaitMs(emscripten_get_now());
 }
 
@@ -166,8 +189,7 @@ void glutPostRedisplay() {
 }
 
 void glutSwapBuffers() {
-    SkovraGlFinishFrame();
-    SkovraWindowEndFrame();
+    isFrameComplete = true;
 }
 
 void glutMainLoop() {

@@ -24,6 +24,8 @@ public:
     void PostRedisplay();
     void PostReshape();
 
+    bool IsRedisplayPosted() const { return isRedisplayPosted; }
+
     /// What to run now; it is no longer due then.
     Due Take(double nowMs);
 

@@ -3,6 +3,7 @@
 
 extern "C" {
 
-/// Draws what was called for since the last frame, before the browser shows the canvas.
+/// Draws what was called for since the last call, or since both buffers were cleared after that.
+/// Before the browser shows the canvas.
 void SkovraGlFinishFrame();
 }

@@ -30,17 +30,41 @@ static_assert(offsetof(DrawState, depthTest) == 40);
 static_assert(offsetof(DrawState, viewport) == 44);
 
 void WebCanvas::Clear(const ClearValues& values) {
-    const Colour& colour = values.colour;
-    SkovraGlClear(values.buffers, colour[0], colour[1], colour[2], colour[3], values.depth);
+    if (values.buffers == (GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT)) {
+        steps.clear();
+        allVertices.clear();
+    }
+    steps.push_back({.clear = values, .state = {}, .vertices = 0});
 }
 
 void WebCanvas::Draw(const DrawState& state, std::span<const Vertex> vertices) {
-    SkovraGlDraw(&state, vertices.data(), static_cast<int>(vertices.size()));
+    steps.push_back({.clear = {}, .state = state, .vertices = vertices.size()});
+    allVertices.insert(allVertices.end(), vertices.begin(), vertices.end());
+}
+
+void WebCanvas::Show() {
+    const Vertex* first = allVertices.data();
+    for (const Step& step : steps) {
+        if (step.vertices == 0) {
+            const Colour& colour = step.clear.colour;
+            SkovraGlClear(step.clear.buffers, colour[0], colour[1], colour[2], colour[3],
+                          step.clear.depth);
+        } else {
+            SkovraGlDraw(&step.state, first, static_cast<int>(step.vertices));
+            first += step.vertices;
+        }
+    }
+    steps.clear();
+    allVertices.clear();
+}
+
+static WebCanvas& PageCanvas() {
+    static WebCanvas canvas;
+    return canvas;
 }
 
 FixedFunction& Current() {
-    static WebCanvas canvas;
-    static FixedFunction context(canvas);
+    static FixedFunction context(PageCanvas());
     return context;
 }
 
@@ -60,4 +84,5 @@ bool UploadBrowserPicture(const char* path, unsigned int width, unsigned int hei
 
 void SkovraGlFinishFrame() {
     opengl::Current().FinishFrame();
+    opengl::PageCanvas().Show();
 }
