@@ -19,6 +19,12 @@ static constexpr double leastStampTime = 0.01;
 static constexpr std::int64_t agreementNs = 10 * millisecondNs;
 static constexpr double longestLatency = 1.0;
 
+// Stamps that contradict the clock are believed once they have agreed with each other for so long:
+// beside busy processes a browser's estimate is tens of ms off, for seconds, and drifts, while its
+// sound plays undisturbed.
+static constexpr std::int64_t confirmationNs = 2000 * millisecondNs;
+static constexpr std::int64_t confirmedNs = 2 * millisecondNs;
+
 // So long each stamp is believed at once.
 static constexpr std::int64_t roughNs = 1000 * millisecondNs;
 
@@ -78,6 +84,7 @@ void ContextClock::Forget() {
     stuck = false;
     stampNs = never;
     beginNs = never;
+    farBeginNs = never;
     reportNs = never;
     rendered = never;
     standstills = 0;
@@ -95,11 +102,24 @@ void ContextClock::AddHeard(std::int64_t frames, std::int64_t ns) {
         known = true;
         knownNs = ns;
         head.Publish(frames, ns);
-    } else if (known && ns - knownNs < roughNs && agrees) {
-        head.Publish(frames, ns);
-    } else if (known) {
+    } else if (known && ns - knownNs < roughNs) {
+        if (agrees) {
+            head.Publish(frames, ns);
+        }
+    } else if (known && NsUntil(std::abs(frames - head.Extrapolate(ns))) <= agreementNs) {
+        farBeginNs = never;
         head.Follow(frames, ns);
+    } else if (known && IsConfirmed(begin, ns)) {
+        head.Publish(frames, ns);
     }
+}
+
+bool ContextClock::IsConfirmed(std::int64_t begin, std::int64_t ns) {
+    if (farBeginNs == never || std::abs(begin - farBeginNs) > confirmedNs) {
+        farBeginNs = begin;
+        farSinceNs = ns;
+    }
+    return ns - farSinceNs >= confirmationNs;
 }
 
 void ContextClock::WatchProgress(std::int64_t now, std::int64_t ns) {

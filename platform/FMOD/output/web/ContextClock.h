@@ -35,6 +35,7 @@ public:
 
 private:
     void AddHeard(std::int64_t frames, std::int64_t ns);
+    bool IsConfirmed(std::int64_t begin, std::int64_t ns);
     void WatchProgress(std::int64_t rendered, std::int64_t ns);
 
     static constexpr std::int64_t never = std::numeric_limits<std::int64_t>::min();
@@ -42,14 +43,16 @@ private:
     PlayHead head;
     bool known = false;
     bool stuck = false;
-    std::int64_t stampNs = never;  // of the latest stamp
-    std::int64_t beginNs = never;  // when frame 0 was heard, by that stamp
-    std::int64_t knownNs = 0;      // since when the clock is known
-    std::int64_t reportNs = never; // of the latest report
-    std::int64_t renderedNs = 0;   // when frame 0 was rendered, at the earliest
-    std::int64_t rendered = never; // by the latest report,
-    std::int64_t progressNs = 0;   // since when,
-    int standstills = 0;           // and for how many reports
+    std::int64_t stampNs = never;    // of the latest stamp
+    std::int64_t beginNs = never;    // when frame 0 was heard, by that stamp
+    std::int64_t knownNs = 0;        // since when the clock is known
+    std::int64_t farBeginNs = never; // on which stamps that contradict the clock agree,
+    std::int64_t farSinceNs = 0;     // and since when
+    std::int64_t reportNs = never;   // of the latest report
+    std::int64_t renderedNs = 0;     // when frame 0 was rendered, at the earliest
+    std::int64_t rendered = never;   // by the latest report,
+    std::int64_t progressNs = 0;     // since when,
+    int standstills = 0;             // and for how many reports
 };
 
 } // namespace sound
