@@ -124,7 +124,7 @@ void AppendLine(const Vertex& from, const Vertex& to, const Widths& widths,
 
 void AppendPoint(const Vertex& vertex, const Widths& widths, std::vector<Vertex>& triangles) {
     const Vector4& p = vertex.position;
-    if (p[3] <= 0 || std::abs(p[0]) > p[3] || std::abs(p[1]) > p[3]) {
+    if (p[3] <= 0 || std::abs(p[0]) > p[3] || std::abs(p[1]) > p[3] || std::abs(p[2]) > p[3]) {
         return; // a point is in sight or not by its centre
     }
     const float size = std::max(std::round(widths.point), 1.0F);

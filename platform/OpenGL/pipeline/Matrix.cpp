@@ -1,7 +1,6 @@
 #include "Matrix.h"
 
 #include <cmath>
-#include <cstddef>
 #include <numbers>
 
 namespace opengl {
@@ -28,8 +27,8 @@ Vector3 Normalized(const Vector3& vector) {
     return {vector[0] / length, vector[1] / length, vector[2] / length};
 }
 
-float Matrix::At(int row, int column) const {
-    return values[static_cast<std::size_t>(4 * column + row)];
+float Matrix::At(std::size_t row, std::size_t column) const {
+    return values[4 * column + row];
 }
 
 Vector4 Matrix::operator*(const Vector4& vector) const {
@@ -120,7 +119,7 @@ Matrix View(const std::array<double, 3>& eye, const std::array<double, 3>& cente
 }
 
 NormalTransform::NormalTransform(const Matrix& matrix) {
-    const auto column = [&matrix](int index) {
+    const auto column = [&matrix](std::size_t index) {
         return Vector3{matrix.At(0, index), matrix.At(1, index), matrix.At(2, index)};
     };
     // The cofactors are the inverse's transpose, but for the determinant.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 namespace opengl {
 
@@ -18,7 +19,7 @@ Vector3 Normalized(const Vector3& vector);
 struct Matrix {
     std::array<float, 16> values = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
-    float At(int row, int column) const;
+    float At(std::size_t row, std::size_t column) const;
 
     /// The transformed vector.
     Vector4 operator*(const Vector4& vector) const;

@@ -49,7 +49,7 @@ public:
 
     void QuadStrip() {
         for (std::size_t i = 3; i < vertices.size(); i += 2) {
-            Quad(i - 3, i - 2, i, i - 1);
+            Quad(i - 1, i - 3, i - 2, i);
         }
     }
 

@@ -2,7 +2,7 @@
 #include "TextureImage.h"
 
 #include "BrowserPicture.h"
-#include "PngFile.h"
+#include "PictureFormat.h"
 
 #include <GL/glpng.h>
 

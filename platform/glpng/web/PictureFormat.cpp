@@ -1,4 +1,4 @@
-#include "PngFile.h"
+#include "PictureFormat.h"
 
 #include "NeededChunks.h"
 #include "TextureImage.h"
