@@ -22,8 +22,8 @@ static constexpr double longestLatency = 1.0;
 // Stamps that contradict the clock are believed once they have agreed with each other for so long:
 // beside busy processes a browser's estimate is tens of ms off, for seconds, and drifts, while its
 // sound plays undisturbed.
-static constexpr std::int64_t confirmationNs = 2000 * millisecondNs;
-static constexpr std::int64_t confirmedNs = 2 * millisecondNs;
+static constexpr std::int64_t confirmationNs = 1000 * millisecondNs;
+static constexpr std::int64_t confirmedNs = 5 * millisecondNs;
 
 // So long each stamp is believed at once.
 static constexpr std::int64_t roughNs = 1000 * millisecondNs;

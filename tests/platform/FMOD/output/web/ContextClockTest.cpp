@@ -77,7 +77,7 @@ TEST_F(ContextClockTest, BelievesStampsAtOnceDuringTheFirstSecond) {
 TEST_F(ContextClockTest, IgnoresStampsThatAreFarOffForAMoment) {
     Live(3000);
     context.stampErrorNs = -80 * ms;
-    Live(1900);
+    Live(900);
     ExpectTrue(0);
     context.stampErrorNs = 0;
     Live(50);
@@ -87,7 +87,7 @@ TEST_F(ContextClockTest, IgnoresStampsThatAreFarOffForAMoment) {
 TEST_F(ContextClockTest, IgnoresStampsThatAreFarOffAndDrift) {
     Live(3000);
     for (int i = 0; i < 100; ++i) {
-        context.stampErrorNs = -80 * ms + i * ms / 10; // 2 ms a second
+        context.stampErrorNs = -80 * ms + i * ms / 2; // 10 ms a second
         Live(50);
     }
     ExpectTrue(0);
