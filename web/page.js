@@ -122,15 +122,30 @@ function loadScript(url) {
 
 async function loadResources(links) {
     const files = {};
-    const pictures = {};
     await Promise.all(links.map(async (link) => {
-        const name = link.dataset.resource;
-        files[name] = await loadFile(link.href);
-        if (name.endsWith(".png")) {
-            pictures[`/resources/${name}`] = await decodePicture(files[name]);
-        }
+        files[link.dataset.resource] = await loadFile(link.href);
     }));
-    return { files, pictures };
+    return files;
+}
+
+async function decodePictures(files) {
+    const pictures = {};
+    const names = Object.keys(files).filter((name) => name.endsWith(".png"));
+    await Promise.all(names.map(async (name) => {
+        pictures[`/resources/${name}`] = await decodePicture(files[name]);
+    }));
+    return pictures;
+}
+
+// Takes some browsers a third of a second: meanwhile the pictures are decoded.
+function makeContext() {
+    return elementOf("canvas").getContext("webgl2", {
+        alpha: false,
+        depth: true,
+        stencil: false,
+        antialias: false,
+        preserveDrawingBuffer: false,
+    });
 }
 
 async function load() {
@@ -138,16 +153,19 @@ async function load() {
     progress.expectedBytes = links.reduce((sum, link) => sum + Number(link.dataset.bytes), 0);
     showProgress(0);
     const program = document.body.dataset.program;
-    const [compiled, resources] = await Promise.all([
+    const [compiled, files] = await Promise.all([
         loadProgram(links.find((link) => !link.dataset.resource).href),
         loadResources(links.filter((link) => link.dataset.resource)),
         loadScript(`${program}.js`),
     ]);
+    const decoding = decodePictures(files);
+    const context = makeContext();
+    const pictures = await decoding;
     endProgress();
     if (!getComputedStyle(document.documentElement).getPropertyValue("--style-is-complete")) {
         throw new Error("style.css");
     }
-    return { compiled, ...resources };
+    return { compiled, context, files, pictures };
 }
 
 // Running ------------------------------------------------------------------------------------------
@@ -232,6 +250,7 @@ function run(loaded) {
     return SkovraProgram({
         thisProgram: document.body.dataset.program,
         canvas: elementOf("canvas"),
+        context: loaded.context,
         files: loaded.files,
         pictures: loaded.pictures,
         instantiateWasm(imports, receive) {

@@ -6,7 +6,7 @@
 
 extern "C" {
 
-/// Gets the canvas a WebGL 2 context. False: the browser has none.
+/// Takes the canvas's WebGL 2 context into use. False: the browser has none.
 bool SkovraWindowStart();
 
 /// Shows the canvas; sizes in CSS pixels. Full screen: the whole screen if the browser allows it,

@@ -1,6 +1,7 @@
 // The window in the page, as PageWindow.h has it. Of Module it needs: canvas, in an element that may
-// go full screen; onWindow() before it is shown; onContextLost(isLost) when the browser has kept the
-// graphics from us for long, and when they are back; onThrown(thrown) for what left the program.
+// go full screen; context, its WebGL 2 context or null; onWindow() before it is shown;
+// onContextLost(isLost) when the browser has kept the graphics from us for long, and when they are
+// back; onThrown(thrown) for what left the program.
 mergeInto(LibraryManager.library, {
     $SkovraWindow__deps: ["$SkovraGl"],
     $SkovraWindow: {
@@ -9,6 +10,7 @@ mergeInto(LibraryManager.library, {
         eventKey: 2,
         eventSpecial: 3,
 
+        attachAfterMs: 50,
         longestDrawingMs: 250,
         longestLossMs: 4000,
         longestTransitionMs: 1000,
@@ -18,6 +20,7 @@ mergeInto(LibraryManager.library, {
         context: null,
         width: 0,
         height: 0,
+        isAttached: false,
         isRunning: false,
         isFullScreen: false,
         transitionEndMs: 0, // drawing waits until then for full screen
@@ -33,18 +36,24 @@ mergeInto(LibraryManager.library, {
         start: function() {
             SkovraWindow.canvas = Module["canvas"];
             SkovraWindow.stage = SkovraWindow.canvas.parentElement;
-            SkovraWindow.context = SkovraWindow.canvas.getContext("webgl2", {
-                "alpha": false, "depth": true, "stencil": false, "antialias": false,
-                "preserveDrawingBuffer": false
-            });
+            SkovraWindow.context = Module["context"];
             if (!SkovraWindow.context) {
                 return false;
             }
-            SkovraGl.attach(SkovraWindow.context);
+            SkovraWindow.timer = setTimeout(SkovraWindow.attach, SkovraWindow.attachAfterMs);
             return true;
         },
 
+        // Takes a tenth of a second: while the viewer reads the first box, if there is one.
+        attach: function() {
+            if (!SkovraWindow.isAttached) {
+                SkovraWindow.isAttached = true;
+                SkovraGl.attach(SkovraWindow.context);
+            }
+        },
+
         open: function(isFullScreen, width, height) {
+            SkovraWindow.attach();
             const style = SkovraWindow.canvas.style;
             style.setProperty("--window-width", width);
             style.setProperty("--window-height", height);
