@@ -50,8 +50,7 @@ static std::int64_t Frames(double seconds) {
 // from both of its times.
 static bool IsDerived(const SkovraAudioReport& report) {
     constexpr double toleranceMs = 1.5; // some browsers round their times to 1 ms
-    return report.latency > 0.0 &&
-           std::fabs(report.currentTime - report.latency - report.stampTime) < 0.00005 &&
+    return std::fabs(report.currentTime - report.latency - report.stampTime) < 0.00005 &&
            std::fabs(report.nowMs - report.latency * 1000.0 - report.stampMs) < toleranceMs;
 }
 
@@ -74,7 +73,9 @@ void ContextClock::Add(const SkovraAudioReport& report) {
         if (report.stampTime >= leastStampTime) {
             AddHeard(Frames(report.stampTime), Ns(report.stampMs));
         }
-    } else if (!late && standstills == 0 && report.currentTime > report.latency) {
+    } else if (report.latency > 0.0 && !late && standstills == 0 &&
+               report.currentTime > report.latency) {
+        // Without any latency the context renders for no device, or not yet.
         AddHeard(Frames(report.currentTime - report.latency), nowNs);
     }
 }

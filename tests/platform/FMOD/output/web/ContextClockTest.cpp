@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <utility>
 
 using browser::Context;
 using browser::ms;
@@ -126,6 +127,18 @@ TEST_F(ContextClockTest, WithoutStampsIgnoresWhatIsOldAfterTheThreadWasBusy) {
     old.stampMs = old.nowMs - old.latency * 1000.0;
     clock.Add(old);
 
+    ExpectTrue(3 * ms);
+}
+
+TEST_F(ContextClockTest, IsNotKnownWhileTheContextRendersForNoDevice) {
+    context.burstFrames = 128;
+    context.stamps = Stamps::Derived;
+    const std::int64_t latency = std::exchange(context.latencyFrames, 0);
+    Live(3000, 20);
+    EXPECT_FALSE(clock.IsKnown());
+
+    context.latencyFrames = latency;
+    Live(1000, 20);
     ExpectTrue(3 * ms);
 }
 
