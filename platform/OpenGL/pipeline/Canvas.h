@@ -6,7 +6,6 @@
 
 #include <GL/gl.h>
 
-#include <array>
 #include <span>
 
 namespace opengl {

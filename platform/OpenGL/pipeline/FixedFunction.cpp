@@ -2,7 +2,6 @@
 #include "FixedFunction.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace opengl {
 

@@ -9,16 +9,14 @@
 #include <GL/gl.h>
 
 #include <array>
-#include <cstddef>
 #include <map>
-#include <span>
 #include <vector>
 
 namespace opengl {
 
 /// A context. Each operation is the call of its name, gl or glu before it: the same effects, the
-/// same errors, which GetError answers. Values of OpenGL that none of the callers uses are refused
-/// like such that do not exist: GL_INVALID_ENUM. Draws as few batches as it can: one until textures
+/// same errors, which GetError answers. Values of OpenGL that are not here are refused like such
+/// that do not exist: GL_INVALID_ENUM. Draws as few batches as it can: one until textures
 /// or state change.
 class FixedFunction {
 public:
@@ -105,7 +103,6 @@ private:
     bool* Capability(GLenum name);
     void SetCapability(GLenum name, bool enabled);
     void FollowColour();
-    bool IsColourTracked(GLenum materialParameter) const;
     DrawState StateOfNow() const;
     void PrepareTransforms();
     Vector3 EyeNormal() const;

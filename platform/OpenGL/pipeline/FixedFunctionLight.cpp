@@ -87,7 +87,7 @@ void FixedFunction::SetMaterial(GLenum face, GLenum parameter, const float* valu
     }
     if (isColour) {
         SetMaterialColour(lighting.material, parameter, FourValues(values));
-        FollowColour(); // what follows the colour is not set otherwise
+        FollowColour(); // a property that tracks the colour keeps it
     } else {
         lighting.material.shininess = values[0];
     }

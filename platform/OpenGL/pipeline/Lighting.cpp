@@ -8,7 +8,7 @@ namespace opengl {
 
 static constexpr std::size_t channels = 3; // without alpha
 
-static Vector3 Place(const Vector4& position) {
+static Vector3 Divided(const Vector4& position) {
     const float w = position[3];
     return {position[0] / w, position[1] / w, position[2] / w};
 }
@@ -17,7 +17,7 @@ static Vector3 DirectionTo(const Light& light, const Vector4& position) {
     if (light.position[3] == 0.0F) {
         return Normalized({light.position[0], light.position[1], light.position[2]});
     }
-    return Normalized(Difference(Place(light.position), Place(position)));
+    return Normalized(Difference(Divided(light.position), Divided(position)));
 }
 
 static bool IsInSpot(const Light& light, const Vector3& toLight) {

@@ -3,7 +3,8 @@
 
 namespace opengl {
 
-/// The most pixels that a side of a texture may have; 0: there is no context.
+/// The most pixels that a side of a texture may have; no limit before
+/// there was a context.
 unsigned int LargestTextureSide();
 
 /// Makes what the browser decoded of the file @p path the image of the bound texture. False, with

@@ -3,7 +3,7 @@
 
 extern "C" {
 
-/// Draws what was called for since the last call, or since both buffers were cleared after that.
-/// Before the browser shows the canvas.
+/// Draws the frame; what both buffers were cleared after is left out. The browser shows it when the
+/// present task ends.
 void SkovraGlFinishFrame();
 }

@@ -19,6 +19,9 @@ int SkovraGlUploadPicture(GLuint texture, const char* path, unsigned int width,
 namespace opengl {
 
 static_assert(sizeof(Vertex) == 44);
+static_assert(offsetof(Vertex, colour) == 16);
+static_assert(offsetof(Vertex, texture) == 32);
+static_assert(sizeof(DrawState) == 60);
 static_assert(offsetof(DrawState, texture) == 0);
 static_assert(offsetof(DrawState, sampling) == 4);
 static_assert(offsetof(DrawState, blendSource) == 20);

@@ -5,10 +5,10 @@
 mergeInto(LibraryManager.library, {
     $SkovraGl: {
         context: null, // null: there is none, or it is lost
-        program: null,
-        uniforms: null,
-        textures: {}, // by name: { bitmap, texture, sampling }
-        largestTextureSide: 0,
+        programs: {}, // by what their pixels need: { program, alphaReference }
+        pictures: {}, // by path: { bitmap, texture, sampling }
+        textures: {}, // the same, by name
+        largestTextureSide: 0x7FFFFFFF, // as long as no context has told
 
         // As many floats as a Vertex has, and where its parts begin.
         vertexFloats: 11,
@@ -27,45 +27,52 @@ mergeInto(LibraryManager.library, {
             "}\n",
 
         // The comparisons of the alpha test in the order of OpenGL's values, from GL_NEVER.
-        fragmentShader: "#version 300 es\n" +
-            "precision highp float;\n" +
-            "uniform sampler2D picture;\n" +
-            "uniform bool isTextured;\n" +
-            "uniform int alphaFunction;\n" +
-            "uniform float alphaReference;\n" +
-            "in vec4 shade;\n" +
-            "in vec3 texel;\n" +
-            "out vec4 result;\n" +
-            "bool passes(float alpha) {\n" +
-            "    switch (alphaFunction) {\n" +
-            "    case 0: return false;\n" +
-            "    case 1: return alpha < alphaReference;\n" +
-            "    case 2: return alpha == alphaReference;\n" +
-            "    case 3: return alpha <= alphaReference;\n" +
-            "    case 4: return alpha > alphaReference;\n" +
-            "    case 5: return alpha != alphaReference;\n" +
-            "    case 6: return alpha >= alphaReference;\n" +
-            "    default: return true;\n" +
-            "    }\n" +
-            "}\n" +
-            "void main() {\n" +
-            "    vec4 found = textureProj(picture, texel);\n" +
-            "    result = isTextured ? shade * found : shade;\n" +
-            "    if (!passes(result.a)) {\n" +
-            "        discard;\n" +
-            "    }\n" +
-            "}\n",
+        alphaTests: ["false", "alpha < alphaReference", "alpha == alphaReference",
+            "alpha <= alphaReference", "alpha > alphaReference", "alpha != alphaReference",
+            "alpha >= alphaReference"],
+        alwaysPasses: 7,
+
+        fragmentShader: function (isTextured, alphaFunction) {
+            const test = SkovraGl.alphaTests[alphaFunction];
+            return "#version 300 es\n" +
+                "precision highp float;\n" +
+                "uniform sampler2D picture;\n" +
+                "uniform float alphaReference;\n" +
+                "in vec4 shade;\n" +
+                "in vec3 texel;\n" +
+                "out vec4 result;\n" +
+                "void main() {\n" +
+                "    result = shade" + (isTextured ? " * textureProj(picture, texel)" : "") + ";\n" +
+                "    float alpha = result.a;\n" +
+                (test ? "    if (!(" + test + ")) { discard; }\n" : "") +
+                "}\n";
+        },
 
         // Makes a WebGL 2 context the one that is drawn to: a new one, or one that was restored.
         attach: function (context) {
             SkovraGl.context = context;
             SkovraGl.largestTextureSide = context.getParameter(context.MAX_TEXTURE_SIZE);
-            SkovraGl.makeProgram(context);
+            SkovraGl.programs = {};
+            SkovraGl.programFor(false, SkovraGl.alwaysPasses);
+            SkovraGl.programFor(true, SkovraGl.alwaysPasses);
             SkovraGl.makeBuffer(context);
             context.enable(context.BLEND); // by one and zero where there is none
-            for (const name of Object.keys(SkovraGl.textures)) {
-                SkovraGl.makeTexture(SkovraGl.textures[name]);
+            // All that there are, before they are asked for: it takes a while.
+            for (const path of Object.keys(Module["pictures"] || {})) {
+                const picture = SkovraGl.pictureAt(path);
+                if (picture) {
+                    SkovraGl.makeTexture(picture);
+                }
             }
+        },
+
+        // null: the browser has refused it, or there is none.
+        pictureAt: function (path) {
+            const bitmap = (Module["pictures"] || {})[path];
+            if (bitmap && !SkovraGl.pictures[path]) {
+                SkovraGl.pictures[path] = { bitmap: bitmap, texture: null, sampling: "" };
+            }
+            return bitmap ? SkovraGl.pictures[path] : null;
         },
 
         // The context was lost: nothing is drawn until the next attach.
@@ -80,21 +87,32 @@ mergeInto(LibraryManager.library, {
             return shader;
         },
 
-        makeProgram: function (context) {
+        // One for each alpha test, for a test costs time at each pixel. Those that a show needs are
+        // made before it draws.
+        programFor: function (isTextured, alphaFunction) {
+            const key = isTextured + "," + alphaFunction;
+            if (!SkovraGl.programs[key]) {
+                SkovraGl.programs[key] = SkovraGl.makeProgram(isTextured, alphaFunction);
+            }
+            return SkovraGl.programs[key];
+        },
+
+        makeProgram: function (isTextured, alphaFunction) {
+            const context = SkovraGl.context;
             const program = context.createProgram();
             context.attachShader(program, SkovraGl.makeShader(
                 context, context.VERTEX_SHADER, SkovraGl.vertexShader));
             context.attachShader(program, SkovraGl.makeShader(
-                context, context.FRAGMENT_SHADER, SkovraGl.fragmentShader));
+                context, context.FRAGMENT_SHADER, SkovraGl.fragmentShader(isTextured, alphaFunction)));
             SkovraGl.attributes.forEach(function (attribute, index) {
                 context.bindAttribLocation(program, index, attribute[0]);
             });
             context.linkProgram(program);
-            context.useProgram(program);
-            SkovraGl.uniforms = {};
-            for (const name of ["isTextured", "alphaFunction", "alphaReference"]) {
-                SkovraGl.uniforms[name] = context.getUniformLocation(program, name);
-            }
+            const hasTest = alphaFunction !== SkovraGl.alwaysPasses; // to ask waits for the compiler
+            return {
+                program: program,
+                alphaReference: hasTest ? context.getUniformLocation(program, "alphaReference") : null,
+            };
         },
 
         makeBuffer: function (context) {
@@ -139,17 +157,18 @@ mergeInto(LibraryManager.library, {
         // The fields of a DrawState: words of 4 bytes.
         setState: function (words, floats) {
             const context = SkovraGl.context;
-            const uniforms = SkovraGl.uniforms;
             const picture = SkovraGl.textures[words[0]];
-            context.uniform1i(uniforms.isTextured, picture ? 1 : 0);
+            const program = SkovraGl.programFor(!!picture, words[8] - context.NEVER);
+            context.useProgram(program.program);
+            if (program.alphaReference) {
+                context.uniform1f(program.alphaReference, floats[9]);
+            }
             context.bindTexture(context.TEXTURE_2D, picture ? picture.texture : null);
             if (picture) {
                 SkovraGl.setSampling(picture, Array.from(words.subarray(1, 5)));
             }
             context.blendFunc(words[5], words[6]);
             context.depthFunc(words[7]);
-            context.uniform1i(uniforms.alphaFunction, words[8] - context.NEVER);
-            context.uniform1f(uniforms.alphaReference, floats[9]);
             if (words[10]) {
                 context.enable(context.DEPTH_TEST);
             } else {
@@ -189,17 +208,12 @@ mergeInto(LibraryManager.library, {
     // 1: done. Where the context is lost the picture is kept for the restored one.
     SkovraGlUploadPicture__deps: ["$SkovraGl"],
     SkovraGlUploadPicture: function (texture, path, width, height) {
-        const name = new TextDecoder().decode(HEAPU8.subarray(path, HEAPU8.indexOf(0, path)));
-        const pictures = Module["pictures"];
-        const bitmap = pictures ? pictures[name] : null;
-        if (!bitmap || bitmap.width !== width || bitmap.height !== height) {
+        const picture = SkovraGl.pictureAt(
+            new TextDecoder().decode(HEAPU8.subarray(path, HEAPU8.indexOf(0, path))));
+        if (!picture || picture.bitmap.width !== width || picture.bitmap.height !== height) {
             return 0;
         }
-        const picture = { bitmap: bitmap, texture: null, sampling: "" };
         SkovraGl.textures[texture] = picture;
-        if (SkovraGl.context) {
-            SkovraGl.makeTexture(picture);
-        }
         return 1;
     },
 });
