@@ -24,7 +24,7 @@ struct OpaqueDialogPtr {
 
 namespace {
 
-constexpr OSStatus noAlert = -50;
+constexpr OSStatus invalidAlert = -50;
 
 std::string Utf8(CFStringRef string) {
     std::string text(256, '\0');
@@ -63,7 +63,7 @@ OSStatus CreateStandardAlert(AlertType, CFStringRef error, CFStringRef explanati
 OSStatus RunStandardAlert(DialogRef alert, ModalFilterUPP, DialogItemIndex* itemHit) {
     *itemHit = 0;
     if (alert == nullptr) {
-        return noAlert;
+        return invalidAlert;
     }
     const std::unique_ptr<OpaqueDialogPtr> shown(alert);
     const char* cancelText = shown->cancelText.empty() ? nullptr : shown->cancelText.c_str();

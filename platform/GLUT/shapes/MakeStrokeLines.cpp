@@ -26,6 +26,7 @@ struct Character {
 std::vector<Point> points;
 std::vector<Line> lines;
 std::vector<Character> characters;
+bool onlyLines = true;
 
 } // namespace
 
@@ -36,7 +37,8 @@ void IgnoreError(const char*, ...) __asm__("fgError");
 
 void IgnoreError(const char*, ...) {}
 
-void glBegin(GLenum) {
+void glBegin(GLenum mode) {
+    onlyLines = onlyLines && mode == GL_LINE_STRIP;
     lines.push_back({points.size(), 0});
 }
 
@@ -85,8 +87,8 @@ int main() {
         glutStrokeCharacter(GLUT_STROKE_ROMAN, code);
         characters.back().lineCount = lines.size() - characters.back().firstLine;
     }
-    if (points.empty()) {
-        std::fputs("GLUT has drawn no letters\n", stderr);
+    if (points.empty() || !onlyLines) {
+        std::fputs("GLUT has drawn no letters of line strips\n", stderr);
         return 1;
     }
     Write();

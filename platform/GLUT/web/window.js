@@ -40,13 +40,21 @@ mergeInto(LibraryManager.library, {
             if (!SkovraWindow.context) {
                 return false;
             }
+            SkovraWindow.listeners = new AbortController();
+            const options = { "signal": SkovraWindow.listeners.signal };
+            SkovraWindow.canvas.addEventListener("webglcontextlost", SkovraWindow.loseContext, options);
+            SkovraWindow.canvas.addEventListener(
+                "webglcontextrestored", SkovraWindow.restoreContext, options);
+            if (SkovraWindow.context.isContextLost()) {
+                SkovraWindow.beginLoss();
+            }
             SkovraWindow.timer = setTimeout(SkovraWindow.attach, SkovraWindow.attachAfterMs);
             return true;
         },
 
         // Takes a tenth of a second: while the viewer reads the first box, if there is one.
         attach: function() {
-            if (!SkovraWindow.isAttached) {
+            if (!SkovraWindow.isAttached && !SkovraWindow.context.isContextLost()) {
                 SkovraWindow.isAttached = true;
                 SkovraGl.attach(SkovraWindow.context);
             }
@@ -97,7 +105,6 @@ mergeInto(LibraryManager.library, {
         },
 
         listen: function() {
-            SkovraWindow.listeners = new AbortController();
             const options = { "signal": SkovraWindow.listeners.signal };
             const canvas = SkovraWindow.canvas;
             window.addEventListener("keydown", SkovraWindow.pressKey, options);
@@ -107,8 +114,6 @@ mergeInto(LibraryManager.library, {
             // Timers may have been held back while nobody was looking.
             document.addEventListener("visibilitychange", SkovraWindow.postWork, options);
             document.addEventListener("fullscreenchange", SkovraWindow.changeFullScreen, options);
-            canvas.addEventListener("webglcontextlost", SkovraWindow.loseContext, options);
-            canvas.addEventListener("webglcontextrestored", SkovraWindow.restoreContext, options);
             SkovraWindow.observer = new ResizeObserver(SkovraWindow.observe);
             try {
                 SkovraWindow.observer.observe(canvas, { "box": "device-pixel-content-box" });
@@ -123,7 +128,7 @@ mergeInto(LibraryManager.library, {
         },
 
         // exact: the canvas's size on the screen where the browser knows it, for the product of size
-        // and ratio is rounded one way or the other. A browser that only feigns a ratio does not.
+        // and ratio is rounded one way or the other. Ratios that are only emulated are not in it.
         measure: function(exact) {
             const box = SkovraWindow.canvas.getBoundingClientRect();
             const inPixels = function(length, exactly) {
@@ -253,6 +258,10 @@ mergeInto(LibraryManager.library, {
 
         loseContext: function(event) {
             event.preventDefault(); // or else it does not come back
+            SkovraWindow.beginLoss();
+        },
+
+        beginLoss: function() {
             SkovraGl.lose();
             SkovraWindow.frame = null;
             SkovraWindow.canvas.classList.add("lost");
@@ -265,18 +274,19 @@ mergeInto(LibraryManager.library, {
             clearTimeout(SkovraWindow.lossTimer);
             Module["onContextLost"](false);
             SkovraWindow.canvas.classList.remove("lost");
+            SkovraWindow.isAttached = true;
             SkovraGl.attach(SkovraWindow.context);
             SkovraWindow.deliver(SkovraWindow.eventSize, SkovraWindow.width, SkovraWindow.height);
         },
 
         close: function() {
+            clearTimeout(SkovraWindow.timer);
+            clearTimeout(SkovraWindow.lossTimer);
+            SkovraWindow.listeners.abort();
             if (!SkovraWindow.isRunning) {
                 return;
             }
             SkovraWindow.isRunning = false;
-            clearTimeout(SkovraWindow.timer);
-            clearTimeout(SkovraWindow.lossTimer);
-            SkovraWindow.listeners.abort();
             SkovraWindow.observer.disconnect();
             SkovraWindow.channel.port1.close();
             SkovraWindow.channel = null;

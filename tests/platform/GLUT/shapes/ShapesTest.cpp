@@ -191,7 +191,7 @@ TEST(StrokeCharacter, IsThatOfTheInstalledGlut) {
         EXPECT_EQ(drawn.translations, expected.translations) << "of " << code;
         ASSERT_EQ(drawn.primitives.size(), expected.primitives.size()) << "of " << code;
         for (std::size_t i = 0; i < drawn.primitives.size(); ++i) {
-            EXPECT_EQ(drawn.primitives[i].mode, GLenum{GL_LINE_STRIP});
+            EXPECT_EQ(drawn.primitives[i].mode, expected.primitives[i].mode);
             ASSERT_EQ(drawn.primitives[i].corners.size(), expected.primitives[i].corners.size());
             for (std::size_t corner = 0; corner < drawn.primitives[i].corners.size(); ++corner) {
                 EXPECT_EQ(drawn.primitives[i].corners[corner].position,
