@@ -1,6 +1,7 @@
 // Any bytes as a picture: pngBind uploads it whole or refuses it, in no more memory than it may.
 #include "Expect.h"
 #include "MemoryFile.h"
+#include "PictureFormat.h"
 #include "PngChunks.h"
 
 #include <GL/gl.h>
@@ -12,6 +13,8 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -191,6 +194,16 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* bytes, std::size_t 
     return file.size();
 }
 
+// What is decoded here a page takes from the browser.
+static void ExpectAcceptedByAPage(const char* path, bool isDecoded, const pngInfo& info) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path, "rb"), std::fclose);
+    glpng::PictureFormat format;
+    const bool isAccepted = glpng::ReadPictureFormat(file.get(), maxSide, format);
+    EXPECT(!isDecoded ||
+           (isAccepted && format.width == info.Width && format.height == info.Height &&
+            format.depth == info.Depth && format.hasAlpha == (info.Alpha > 0)));
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size);
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
@@ -210,6 +223,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     EXPECT(info.Height == static_cast<unsigned int>(uploadedHeight));
     EXPECT(info.Alpha == (uploadedFormat == GL_RGBA ? 8 : 0));
     EXPECT(name != 0 ? std::has_single_bit(info.Depth) && info.Depth <= 16 : info.Depth == 0);
+    ExpectAcceptedByAPage(file.Path(), name != 0, info);
     if (name != 0) {
         const std::size_t kind = (info.Alpha == 0 ? 0U : 16U) + info.Depth % 16;
         kindsTaken[(kind * 16 + Magnitude(uploadedWidth)) * 16 + Magnitude(uploadedHeight)] = 1;

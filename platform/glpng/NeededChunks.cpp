@@ -9,6 +9,7 @@ namespace glpng {
 
 static constexpr std::size_t headBytes = 8;
 static constexpr std::size_t checksumBytes = 4;
+static constexpr std::uint32_t longestChunk = 0x7FFFFFFF - checksumBytes; // on 32 bits, too
 
 static constexpr std::uint32_t header = 0x49484452;       // IHDR
 static constexpr std::uint32_t transparency = 0x74524E53; // tRNS
@@ -45,7 +46,11 @@ bool NeededChunks::ReadHead(unsigned char* head) {
         if (std::fread(head, 1, headBytes, file) != headBytes) {
             return false;
         }
-        left = BigEndian(head) + checksumBytes;
+        const std::uint32_t length = BigEndian(head);
+        if (length > longestChunk) {
+            return false;
+        }
+        left = length + checksumBytes;
         name = BigEndian(head + 4);
         checksum = ExtendedChecksum(0, head + 4, 4);
         if (!Enter()) {

@@ -28,7 +28,7 @@ namespace {
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-File Open(Bytes& bytes) {
+File OpenMemory(Bytes& bytes) {
     return {fmemopen(bytes.data(), bytes.size(), "rb"), std::fclose};
 }
 
@@ -36,7 +36,7 @@ constexpr unsigned int maxSide = 64;
 
 std::optional<glpng::PictureFormat> Accepted(Bytes bytes) {
     glpng::PictureFormat format;
-    if (!glpng::ReadPictureFormat(Open(bytes).get(), maxSide, format)) {
+    if (!glpng::ReadPictureFormat(OpenMemory(bytes).get(), maxSide, format)) {
         return std::nullopt;
     }
     return format;
@@ -46,7 +46,7 @@ std::optional<glpng::PictureFormat> Accepted(Bytes bytes) {
 void Compare(Bytes bytes, const std::string& what) {
     const auto format = Accepted(bytes);
     glpng::PngImage image;
-    const bool isDecoded = glpng::DecodePng(Open(bytes).get(), maxSide, image);
+    const bool isDecoded = glpng::DecodePng(OpenMemory(bytes).get(), maxSide, image);
     ASSERT_EQ(format.has_value(), isDecoded) << what;
     if (isDecoded) {
         EXPECT_EQ(format->width, image.width) << what;
@@ -57,7 +57,7 @@ void Compare(Bytes bytes, const std::string& what) {
 }
 
 /// One of each colour type.
-std::vector<Chunks> Pictures() {
+std::vector<Chunks> Samples() {
     return {
         ChunksOf(Encode({.width = 2, .rows = {10, 20, 30, 40, 50, 60}})),
         ChunksOf(Encode({.colourType = PNG_COLOR_TYPE_GRAY, .depth = 2, .rows = {0x80}})),
@@ -85,14 +85,14 @@ Chunks Strangers() {
 } // namespace
 
 TEST(PictureFormat, HasTheFormatOfTheFile) {
-    for (const Chunks& picture : Pictures()) {
+    for (const Chunks& picture : Samples()) {
         Compare(FileOf(picture), picture.front().name);
         EXPECT_TRUE(Accepted(FileOf(picture)).has_value());
     }
 }
 
 TEST(PictureFormat, IsRefusedWithEveryChunkWhereTheDecoderRefusesIt) {
-    for (const Chunks& picture : Pictures()) {
+    for (const Chunks& picture : Samples()) {
         for (std::size_t at = 0; at <= picture.size(); ++at) {
             for (const PngChunk& stranger : Strangers()) {
                 Chunks chunks = picture;
@@ -107,7 +107,7 @@ TEST(PictureFormat, IsRefusedWithEveryChunkWhereTheDecoderRefusesIt) {
 }
 
 TEST(PictureFormat, IsRefusedWithoutAChunkOrWithTwo) {
-    for (const Chunks& picture : Pictures()) {
+    for (const Chunks& picture : Samples()) {
         for (std::size_t at = 0; at < picture.size(); ++at) {
             const auto offset = static_cast<std::ptrdiff_t>(at);
             Chunks without = picture;
@@ -125,8 +125,31 @@ TEST(PictureFormat, IsRefusedWithoutAChunkOrWithTwo) {
     }
 }
 
+TEST(PictureFormat, IsRefusedWithADepthThatItsColoursCannotHave) {
+    constexpr std::pair<int, int> wrong[] = {{0, 3}, {2, 4}, {3, 16}, {4, 2},
+                                             {6, 1}, {1, 8}, {5, 8},  {7, 8}};
+    for (const auto& [colourType, depth] : wrong) {
+        for (Chunks chunks : Samples()) {
+            chunks[0].data[8] = static_cast<unsigned char>(depth);
+            chunks[0].data[9] = static_cast<unsigned char>(colourType);
+            EXPECT_FALSE(Accepted(FileOf(chunks))) << colourType << " with " << depth;
+        }
+    }
+}
+
+// Lengths that come to nothing where a size has 32 bits.
+TEST(PictureFormat, IsRefusedWithAChunkOfAllTheMemoryThereIs) {
+    for (Chunks chunks : Samples()) {
+        chunks.insert(chunks.begin() + 1,
+                      {.name = "gAMA", .data = Bytes(4), .claimedLength = 0xFFFFFFF4});
+        EXPECT_FALSE(Accepted(FileOf(chunks)));
+        chunks[1] = {.name = "IDAT", .data = Bytes(4), .claimedLength = 0xFFFFFFFC};
+        EXPECT_FALSE(Accepted(FileOf(chunks)));
+    }
+}
+
 TEST(PictureFormat, IsRefusedWithAHeaderThatCannotBe) {
-    for (const Chunks& picture : Pictures()) {
+    for (const Chunks& picture : Samples()) {
         for (std::size_t byte = 0; byte < 13; ++byte) {
             for (const int value : {0, 1, 2, 3, 4, 5, 6, 7, 8, 16, 64, 65, 128, 255}) {
                 Chunks chunks = picture;
@@ -134,14 +157,14 @@ TEST(PictureFormat, IsRefusedWithAHeaderThatCannotBe) {
                 const auto format = Accepted(FileOf(chunks));
                 Bytes bytes = FileOf(chunks);
                 glpng::PngImage image;
-                if (glpng::DecodePng(Open(bytes).get(), maxSide, image)) {
+                if (glpng::DecodePng(OpenMemory(bytes).get(), maxSide, image)) {
                     EXPECT_TRUE(format.has_value()) << "byte " << byte << " is " << value;
                 }
             }
         }
     }
     for (const std::size_t byte : {10U, 11U, 12U}) {
-        Chunks chunks = Pictures()[0];
+        Chunks chunks = Samples()[0];
         chunks[0].data[byte] = 2;
         EXPECT_FALSE(Accepted(FileOf(chunks)).has_value()) << "byte " << byte;
     }
@@ -156,16 +179,17 @@ TEST(PictureFormat, IsRefusedWhenASideIsTooLongOrNone) {
 }
 
 TEST(PictureFormat, IsRefusedWithMorePixelsThanTheLimit) {
-    const Bytes rgba = Encode({.colourType = PNG_COLOR_TYPE_RGB_ALPHA, .rows = {1, 2, 3, 4}});
+    const Bytes file = Encode({.colourType = PNG_COLOR_TYPE_RGB_ALPHA, .rows = {1, 2, 3, 4}});
     for (const auto& [height, isAccepted] : {std::pair{4096U, true}, {4097U, false}}) {
-        Bytes bytes = gltest::WithClaimedSize(rgba, 16384, height);
+        Bytes bytes = gltest::WithClaimedSize(file, 16384, height);
         glpng::PictureFormat format;
-        EXPECT_EQ(glpng::ReadPictureFormat(Open(bytes).get(), 0x7FFFFFFF, format), isAccepted);
+        EXPECT_EQ(glpng::ReadPictureFormat(OpenMemory(bytes).get(), 0x7FFFFFFF, format),
+                  isAccepted);
     }
 }
 
 TEST(PictureFormat, IsRefusedCutShortAnywhere) {
-    for (const Chunks& picture : Pictures()) {
+    for (const Chunks& picture : Samples()) {
         const Bytes file = FileOf(picture);
         for (std::size_t size = 1; size < file.size(); ++size) {
             const Bytes part(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(size));
@@ -175,7 +199,7 @@ TEST(PictureFormat, IsRefusedCutShortAnywhere) {
 }
 
 TEST(PictureFormat, IsRefusedWithAnyBitFlipped) {
-    for (const Chunks& picture : Pictures()) {
+    for (const Chunks& picture : Samples()) {
         const Bytes file = FileOf(picture);
         for (std::size_t bit = 0; bit < 8 * file.size(); ++bit) {
             Bytes flipped = file;
