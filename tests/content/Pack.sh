@@ -84,7 +84,7 @@ print(len(filters) - filters.count(1))
 END
 }
 
-TheResourcesDecodeFast() {
+EachRowOfTheResourcesHasTheFilterSub() {
     local picture count
     for picture in skovr credits; do
         count=$(rows_not_sub "$root/resources/$picture.png")
