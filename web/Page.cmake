@@ -2,7 +2,7 @@
 cmake_minimum_required(VERSION 3.25)
 
 set(POLICY "default-src 'none'; script-src 'self' 'wasm-unsafe-eval'; style-src 'self'; \
-img-src 'self' blob:; connect-src 'self'; base-uri 'none'; form-action 'none'")
+img-src 'self'; connect-src 'self'; base-uri 'none'; form-action 'none'")
 
 file(MAKE_DIRECTORY ${SITE}/resources)
 
@@ -29,6 +29,14 @@ file(COPY_FILE ${ICON} ${SITE}/icon.png)
 foreach(file IN ITEMS exhibits.js page.js style.css)
     file(COPY_FILE ${CMAKE_CURRENT_LIST_DIR}/${file} ${SITE}/${file})
 endforeach()
+# The programs contain parts of these packages, whose licences ask to be there.
+file(READ ${LICENCE} licences)
+foreach(package IN ITEMS emscripten libkissfft-dev libglut-dev)
+    file(READ /usr/share/doc/${package}/copyright copyright)
+    string(APPEND licences "\n\n${package}\n\n${copyright}")
+endforeach()
+file(WRITE ${SITE}/licences.txt "${licences}")
+
 write_page(index.html skovra credits.png skovr.png synchtune.mp3 texture.png)
 write_page(gallery.html gallery skovr.png texture.png)
 if(NOT EXISTS ${SITE}/downloads.json)

@@ -7,10 +7,11 @@ const sentences = {
     tooOld: "This browser is too old for the show: it has no WebAssembly.",
     withoutWebGl: "This browser cannot draw the show: it needs WebGL 2, which is missing or switched off.",
     damaged: "A file of this page is missing or damaged. Please try again later, or tell whoever put it here.",
-    unreachable: "The show could not be loaded. Please check the connection, and load this page again.",
+    unreachable: "The show could not be loaded: the connection is broken, or a file is missing. Please load this page again later.",
     slow: "Nothing has come for a while. The show begins as soon as the rest is here.",
     music: "The show ended because its music could not be played: the file is missing or damaged.",
     picture: "A picture is missing or damaged: the show plays without it.",
+    shortMusic: "The music is damaged, and may end early. Escape leaves the show.",
     contextLost: "The browser has taken its graphics away. The show goes on, and is seen again if they come back.",
     failed: "The show has failed. Loading this page again may help; the browser's console says more.",
 };
@@ -23,6 +24,13 @@ function say(sentence) {
     elementOf("message").textContent = sentence;
 }
 
+// Unless something else has been said since.
+function unsay(sentence) {
+    if (elementOf("message").textContent === sentence) {
+        say("");
+    }
+}
+
 function fail(sentence, reason) {
     if (isOver) {
         return;
@@ -31,6 +39,7 @@ function fail(sentence, reason) {
     if (reason) {
         console.error(String(reason.stack || reason));
     }
+    leave(); // if it still runs
     endProgress();
     showWindow(false);
     say(sentence);
@@ -52,9 +61,7 @@ function showProgress(bytes) {
 function endProgress() {
     clearTimeout(progress.timer);
     elementOf("loading").hidden = true;
-    if (elementOf("message").textContent === sentences.slow) {
-        say("");
-    }
+    unsay(sentences.slow);
 }
 
 // The answer with its body counted as it comes, and of the type that it ought to have.
@@ -120,25 +127,26 @@ function loadScript(url) {
     });
 }
 
+// The files, and what the browser makes of those that are pictures.
 async function loadResources(links) {
     const files = {};
-    await Promise.all(links.map(async (link) => {
-        files[link.dataset.resource] = await loadFile(link.href);
-    }));
-    return files;
-}
-
-async function decodePictures(files) {
     const pictures = {};
-    const names = Object.keys(files).filter((name) => name.endsWith(".png"));
-    await Promise.all(names.map(async (name) => {
-        pictures[`/resources/${name}`] = await decodePicture(files[name]);
+    await Promise.all(links.map(async (link) => {
+        const name = link.dataset.resource;
+        files[name] = await loadFile(link.href);
+        files[name].isWhole = (files[name].bytes || "").length === Number(link.dataset.bytes);
+        if (name.endsWith(".png")) {
+            pictures[`/resources/${name}`] = await decodePicture(files[name]);
+        }
     }));
-    return pictures;
+    return { files, pictures };
 }
 
-// Takes some browsers a third of a second: meanwhile the pictures are decoded.
-function makeContext() {
+// Takes some browsers a third of a second: meanwhile the files come. The bar is shown before.
+async function makeContext() {
+    await new Promise((painted) => requestAnimationFrame(() => setTimeout(painted, 0)));
+    // Or else it does not come back.
+    elementOf("canvas").addEventListener("webglcontextlost", (event) => event.preventDefault());
     return elementOf("canvas").getContext("webgl2", {
         alpha: false,
         depth: true,
@@ -153,19 +161,17 @@ async function load() {
     progress.expectedBytes = links.reduce((sum, link) => sum + Number(link.dataset.bytes), 0);
     showProgress(0);
     const program = document.body.dataset.program;
-    const [compiled, files] = await Promise.all([
+    const [compiled, resources, context] = await Promise.all([
         loadProgram(links.find((link) => !link.dataset.resource).href),
         loadResources(links.filter((link) => link.dataset.resource)),
+        makeContext(),
         loadScript(`${program}.js`),
     ]);
-    const decoding = decodePictures(files);
-    const context = makeContext();
-    const pictures = await decoding;
     endProgress();
     if (!getComputedStyle(document.documentElement).getPropertyValue("--style-is-complete")) {
         throw new Error("style.css");
     }
-    return { compiled, context, files, pictures };
+    return { compiled, context, ...resources };
 }
 
 // Running ------------------------------------------------------------------------------------------
@@ -225,7 +231,11 @@ async function listDownloads() {
     }
 }
 
+// With the status 1 the program ends for want of a display, with 255 because of the music.
 function end(status) {
+    if (isOver) {
+        return;
+    }
     if (status !== 0) {
         fail(status === 1 ? sentences.withoutWebGl : sentences.music);
         return;
@@ -266,7 +276,8 @@ function run(loaded) {
         onExit: (status) => end(status & 255),
         onThrown,
         onWindow: () => showWindow(true),
-        onContextLost: (isLost) => say(isLost ? sentences.contextLost : ""),
+        onContextLost: (isLost) => (isLost ? say : unsay)(sentences.contextLost),
+        isOver: () => isOver,
     });
 }
 
@@ -274,7 +285,10 @@ function begin(loaded) {
     if (isOver) {
         return undefined;
     }
-    if (Object.values(loaded.pictures).includes(null)) {
+    const damaged = Object.keys(loaded.files).filter((name) => !loaded.files[name].isWhole);
+    if (damaged.some((name) => name.endsWith(".mp3"))) {
+        say(sentences.shortMusic);
+    } else if (damaged.length > 0 || Object.values(loaded.pictures).includes(null)) {
         say(sentences.picture);
     }
     return run(loaded);
@@ -310,11 +324,13 @@ async function start() {
 }
 
 window.addEventListener("error", (event) => {
-    if (event.error) {
+    if (event.target.defer) { // a script of the page itself
+        fail(sentences.damaged, event.target.src);
+    } else if (event.error) {
         event.preventDefault();
         fail(event.error instanceof SyntaxError ? sentences.damaged : sentences.failed, event.error);
     }
-});
+}, true);
 window.addEventListener("unhandledrejection", (event) => {
     event.preventDefault();
     fail(sentences.failed, event.reason);
