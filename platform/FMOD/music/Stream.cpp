@@ -74,6 +74,7 @@ void Stream::Decode() {
                : progress == Decoder::Progress::End  ? Supply::Ended
                                                      : Supply::Broken;
     } catch (const std::bad_alloc&) {
+        decoded.clear();
         next = Supply::Broken;
     }
 }

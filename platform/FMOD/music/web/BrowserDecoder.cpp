@@ -51,7 +51,7 @@ Decoder::Progress BrowserDecoder::Read(std::vector<float>& frames) {
 
 } // namespace
 
-// What is behind the tags: a browser takes them for anything but music if they are long.
+// Only what follows the tags goes to the browser, which may not find the music behind long ones.
 FMOD_RESULT Decoder::Open(const char* path, std::unique_ptr<Decoder>& decoder) {
     std::unique_ptr<File> file;
     if (const FMOD_RESULT result = File::Open(path, file); result != FMOD_OK) {

@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-// Defined in output.js. Times of the context are in seconds since it began, without its
-// interruptions; other times in ms of performance.now().
+// Defined in output.js. Times of the context are in seconds for which it has run; other
+// times in ms of performance.now().
 extern "C" {
 
 struct SkovraAudioReport {

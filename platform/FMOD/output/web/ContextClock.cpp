@@ -9,8 +9,6 @@
 
 namespace sound {
 
-static constexpr std::int64_t millisecondNs = 1'000'000;
-
 // Stamps are rough until the first sound can have been heard.
 static constexpr double leastStampTime = 0.01;
 
@@ -25,8 +23,11 @@ static constexpr double longestLatency = 1.0;
 static constexpr std::int64_t confirmationNs = 1000 * millisecondNs;
 static constexpr std::int64_t confirmedNs = 5 * millisecondNs;
 
-// So long each stamp is believed at once.
+// So long each stamp is believed at once; then, while browser and sound server still learn their
+// latency, by a part.
 static constexpr std::int64_t roughNs = 1000 * millisecondNs;
+static constexpr std::int64_t learningNs = 10'000 * millisecondNs;
+static constexpr std::int64_t learningPart = 8;
 
 // After a longer pause the page's own view of the context may be old.
 static constexpr std::int64_t longestPauseNs = 100 * millisecondNs;
@@ -35,7 +36,8 @@ static constexpr std::int64_t longestPauseNs = 100 * millisecondNs;
 static constexpr std::int64_t standstillNs = 500 * millisecondNs;
 static constexpr int mostStandstills = 4;
 
-// By as much a second the latest possible moment of rendering is taken back: clocks differ.
+// The estimate of when rendering began is relaxed by this part of the time that passes: clocks
+// differ.
 static constexpr std::int64_t forgottenPart = 1000;
 
 static std::int64_t Ns(double ms) {
@@ -109,9 +111,18 @@ void ContextClock::AddHeard(std::int64_t frames, std::int64_t ns) {
         }
     } else if (known && NsUntil(std::abs(frames - head.Extrapolate(ns))) <= agreementNs) {
         farBeginNs = never;
-        head.Follow(frames, ns);
+        Correct(frames, ns);
     } else if (known && IsConfirmed(begin, ns)) {
         head.Publish(frames, ns);
+    }
+}
+
+void ContextClock::Correct(std::int64_t frames, std::int64_t ns) {
+    if (ns - knownNs < learningNs) {
+        const std::int64_t heard = head.Extrapolate(ns);
+        head.Publish(heard + (frames - heard) / learningPart, ns);
+    } else {
+        head.Follow(frames, ns);
     }
 }
 

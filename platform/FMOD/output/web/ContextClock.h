@@ -10,6 +10,8 @@ struct SkovraAudioReport;
 
 namespace sound {
 
+inline constexpr std::int64_t millisecondNs = 1'000'000;
+
 /// Frames of the context are counted from its beginning, at the output's rate; times are in ns of
 /// performance.now().
 class ContextClock {
@@ -35,6 +37,7 @@ public:
 
 private:
     void AddHeard(std::int64_t frames, std::int64_t ns);
+    void Correct(std::int64_t frames, std::int64_t ns);
     bool IsConfirmed(std::int64_t begin, std::int64_t ns);
     void WatchProgress(std::int64_t rendered, std::int64_t ns);
 

@@ -8,8 +8,6 @@
 
 namespace sound {
 
-static constexpr std::int64_t millisecondNs = 1'000'000;
-
 // Of a device's buffer: less, and busy processes make it crackle.
 static constexpr double latencySeconds = 0.1;
 
@@ -25,6 +23,9 @@ static constexpr int mostAttempts = 3;
 // How long a context may take from the viewer's gesture to a known clock, before there is anything
 // to draw.
 static constexpr std::int64_t longestStartNs = 1000 * millisecondNs;
+
+// A page that was asleep for longer before anything was played goes on from where it was.
+static constexpr std::int64_t longestUnheard = 10 * outputRateHz;
 
 static constexpr std::int64_t retryNs = 1000 * millisecondNs;
 
@@ -125,6 +126,10 @@ void PageOutput::Resume(std::int64_t nowNs) {
 
 void PageOutput::AdvanceSilence(std::int64_t nowNs) {
     if (!sounding) {
+        if (!wanted && SilentFrame(nowNs) - handedOut > longestUnheard) {
+            heldFrame = handedOut;
+            Resume(nowNs);
+        }
         Discard(SilentFrame(nowNs));
     }
 }

@@ -1,4 +1,4 @@
-// The output of a page: its audio context if that plays, otherwise silence in real time.
+// The output of a page: its audio context, or silence in real time while that does not play.
 #pragma once
 
 #include "ContextClock.h"

@@ -21,11 +21,15 @@ mergeInto(LibraryManager.library, {
                 context.onstatechange = SkovraAudio.turn;
                 SkovraAudio.context = context;
             } catch (error) {
-                // There is none, or no device for it.
+                // The browser has no audio context, or no device for one.
             }
         },
 
-        resume: function () {
+        // Escape is no gesture to browsers.
+        resume: function (event) {
+            if (event.key === "Escape") {
+                return;
+            }
             SkovraAudio.open();
             const context = SkovraAudio.context;
             if (context !== null && context.state !== "running" && context.state !== "closed") {
@@ -38,8 +42,9 @@ mergeInto(LibraryManager.library, {
 
         // Timers of a page in the background are slow; the ends of sources are not.
         turn: function () {
-            if (ABORT) {
-                SkovraAudio.close(); // the program has ended
+            const isOver = Module["isOver"];
+            if (ABORT || (isOver && isOver())) {
+                SkovraAudio.close(); // the program has ended, or failed
                 return;
             }
             clearTimeout(SkovraAudio.timer);

@@ -53,7 +53,7 @@ protected:
     // What is read in one go, in blocks of the voice's size.
     std::vector<float> ReadAll() {
         std::vector<float> all;
-        std::vector<float> block(2 * 512);
+        std::vector<float> block(std::size_t{2} * 512);
         for (;;) {
             const std::size_t got = stream->Read(block.data(), 512);
             all.insert(all.end(), block.begin(), block.begin() + static_cast<long>(2 * got));

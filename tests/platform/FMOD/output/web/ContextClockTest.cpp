@@ -75,6 +75,14 @@ TEST_F(ContextClockTest, BelievesStampsAtOnceDuringTheFirstSecond) {
     ExpectTrue(0);
 }
 
+TEST_F(ContextClockTest, CorrectsWhatTheFirstSecondGotWrong) {
+    context.stampErrorNs = -7 * ms;
+    Live(1500);
+    context.stampErrorNs = 0;
+    Live(1500);
+    ExpectTrue(ms / 2);
+}
+
 TEST_F(ContextClockTest, IgnoresStampsThatAreFarOffForAMoment) {
     Live(3000);
     context.stampErrorNs = -80 * ms;

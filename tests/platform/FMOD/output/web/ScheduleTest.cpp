@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 using sound::Schedule;
 
 TEST(Schedule, CountsUpToItsFirstFrame) {
@@ -41,7 +43,7 @@ TEST(Schedule, HaltsBetweenRuns) {
 TEST(Schedule, RemembersTheRunThatIsHeard) {
     Schedule schedule;
     schedule.Clear(0);
-    for (int run = 1; run <= 10; ++run) {
+    for (std::int64_t run = 1; run <= 10; ++run) {
         schedule.BeginRun(run * 1000);
         schedule.Extend(100);
     }
