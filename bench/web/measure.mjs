@@ -1,13 +1,13 @@
 // Plays in a browser and writes what its page answered, with the time of each answer, for bench-truth:
 //   measure.mjs FOLDER ANSWERS chromium|firefox plain|stalls|background|start SECONDS
-// The browser is Debian's; puppeteer-core is that of tests/web/.
+// The browser is Debian's.
 import { createReadStream, writeFileSync } from "node:fs";
 import { createServer } from "node:http";
 import { createRequire } from "node:module";
 import path from "node:path";
 import { setTimeout as sleep } from "node:timers/promises";
 
-const require = createRequire(new URL("../../tests/web/package.json", import.meta.url));
+const require = createRequire(import.meta.url); // which finds what is in NODE_PATH
 const puppeteer = require("puppeteer-core");
 
 const [folder, answersFile, kind, mode, seconds] = process.argv.slice(2);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# script/bench web: how far the clock of a page is from what is heard, in Chromium and Firefox on a
-# PulseAudio server of its own, and prints the table of docs/web.md.
+# script/bench web: how fast the page starts and draws, and how far its clock is from what is heard,
+# in Chromium and Firefox on a PulseAudio server of its own; prints the figures of docs/web.md.
 #   --quick   one run each
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -21,7 +21,8 @@ for program in chromium emcmake firefox-esr lame node npm pactl pulseaudio pacat
         exit 1
     }
 done
-[ -d tests/web/node_modules ] || npm ci --prefix tests/web >&2
+mkdir -p build/bench-web
+bash tests/web/install.sh build/bench-web >&2
 # shellcheck source=bench/measure.sh
 . bench/measure.sh
 # shellcheck source=bench/sound/figures.sh
@@ -32,12 +33,13 @@ done
 . bench/sound/servers.sh
 
 page=build/bench-web/page
-export NODE_PATH=${NODE_PATH:+$NODE_PATH:}/usr/share/nodejs
+export NODE_PATH=$PWD/build/bench-web/node_modules:/usr/share/nodejs
 emcmake cmake --preset bench-web >build/bench-web.log 2>&1 || {
     cat build/bench-web.log >&2
     exit 1
 }
 cmake --build --preset bench-web >&2
+script/web
 
 # measure NAME BROWSER MODE RUNS: one comparison of all runs, and one line for each.
 measure() {
@@ -63,6 +65,10 @@ print_row() {
         "$(figure %d "$1.back")" "$(figure %d "$1.dropouts")" "$(figure %d "$1.lost")"
 }
 
+speeds=() # a line of figures for each run
+for ((run = 1; run <= runs; run++)); do
+    speeds+=("$(SITE=build/web/site node bench/web/speed.js Speed)")
+done
 start_display
 make_music
 cp "$music" "$page/music.mp3"
@@ -73,6 +79,7 @@ measure start chromium start 1
 measure background chromium background 1
 measure firefox firefox plain 1
 heading "web${*:+ $*}"
+printf '%s\n' "${speeds[@]}" ""
 echo "$(chromium --version 2>/dev/null | head -n 1); $(firefox-esr --version 2>/dev/null | tail -n 1)"
 echo
 row "runs of $((seconds - 4)) s: $runs" "play head, ms off: median (p1..p99)" "worst median of a run" \
