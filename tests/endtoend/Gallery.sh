@@ -65,5 +65,17 @@ ArrowKeysTurnTheView() {
 
 EscapeLeaves() { leave; }
 
+# Not a test: what each key shows, as files of the folder $PICTURES, with which others are compared.
+PicturesAreTaken() {
+    local key
+    for key in 1 2 3 4 5 6 7 8; do
+        [ "$key" = 1 ] || {
+            headless_key "$key"
+            wait_for_change
+        }
+        import -window "$headless_window" "$PICTURES/$key.png"
+    done
+}
+
 open_gallery
 "$1"
