@@ -4,6 +4,7 @@
 set -euo pipefail
 
 declare -A tests=(
+    ["script/web --serve"]=web.Build.ServesTheSite
     ["script/run"]=endtoend.RunScript.PlaysTheWholeShowWithoutADisplay
     ["script/package"]=package.Published
     ["script/package --here"]=package.Published
