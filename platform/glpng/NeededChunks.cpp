@@ -1,6 +1,7 @@
 #include "NeededChunks.h"
 
 #include "Checksum.h"
+#include "Chunks.h"
 
 #include <algorithm>
 #include <array>
@@ -11,19 +12,10 @@ static constexpr std::size_t headBytes = 8;
 static constexpr std::size_t checksumBytes = 4;
 static constexpr std::uint32_t longestChunk = 0x7FFFFFFF - checksumBytes; // on 32 bits, too
 
-static constexpr std::uint32_t header = 0x49484452;       // IHDR
-static constexpr std::uint32_t transparency = 0x74524E53; // tRNS
-static constexpr std::uint32_t pixels = 0x49444154;       // IDAT
-static constexpr std::uint32_t end = 0x49454E44;          // IEND
 static constexpr std::uint32_t ancillaryBit = 0x20000000;
 
-static std::uint32_t BigEndian(const unsigned char* bytes) {
-    return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
-           static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
-}
-
 static bool IsNeeded(std::uint32_t name) {
-    return (name & ancillaryBit) == 0 || name == transparency;
+    return (name & ancillaryBit) == 0 || name == transparencyChunk;
 }
 
 bool NeededChunks::Read(unsigned char* bytes, std::size_t count) {
@@ -67,12 +59,12 @@ bool NeededChunks::ReadHead(unsigned char* head) {
 
 bool NeededChunks::Enter() {
     // libpng accepts a chunk that it does not know in front of the header.
-    if ((!begun && name != header) || (name == pixels && pixelsEnded)) {
+    if ((!begun && name != headerChunk) || (name == pixelsChunk && pixelsEnded)) {
         return false;
     }
     begun = true;
-    pixelsEnded = pixelsBegun && name != pixels;
-    pixelsBegun = pixelsBegun || name == pixels;
+    pixelsEnded = pixelsBegun && name != pixelsChunk;
+    pixelsBegun = pixelsBegun || name == pixelsChunk;
     return true;
 }
 
@@ -85,10 +77,11 @@ bool NeededChunks::ReadRest() {
                 return false;
             }
         }
-        if (name == end) {
+        if (name == endChunk) {
             return true;
         }
-        if (!ReadHead(bytes.data()) || (name == end ? left != checksumBytes : name != pixels)) {
+        if (!ReadHead(bytes.data()) ||
+            (name == endChunk ? left != checksumBytes : name != pixelsChunk)) {
             return false;
         }
     }

@@ -1,6 +1,8 @@
 // What a decoder gets to see of a PNG file.
 #pragma once
 
+#include "Chunks.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -25,8 +27,6 @@ public:
     bool ReadRest();
 
 private:
-    static constexpr std::size_t signatureBytes = 8;
-
     bool ReadHead(unsigned char* head);
     bool Enter();
 

@@ -7,14 +7,12 @@ const fs = require("node:fs");
 const { run } = require("./lib/cases");
 const { openChromium } = require("./lib/browsers");
 const { serve } = require("./lib/site");
-const { visit } = require("./lib/visit");
+const { open } = require("./lib/visit");
 
 const axe = fs.readFileSync(require.resolve("axe-core/axe.min.js"), "utf8");
 
-async function open(name = "", options = {}) {
-    const browser = await openChromium();
-    const site = await serve();
-    const show = await visit(browser, site.address + name, options);
+async function openForAxe(options) {
+    const show = await open(options);
     await show.page.setBypassCSP(true); // for axe only
     return show;
 }
@@ -51,29 +49,26 @@ async function walkThroughTheShow(show, check) {
 }
 
 async function EachStateOfTheShowKeepsTheRules() {
-    const show = await open();
+    const show = await openForAxe();
     assert.equal(await show.page.$eval("#canvas", (canvas) => canvas.getAttribute("role")), "img");
     await walkThroughTheShow(show, expectNoViolations);
 }
 
 async function AMessageKeepsTheRules() {
-    const browser = await openChromium();
-    const site = await serve({ faults: { "synchtune.mp3": { status: 404 } } });
-    const show = await visit(browser, site.address);
-    await show.page.setBypassCSP(true);
+    const show = await openForAxe({ faults: { "synchtune.mp3": { status: 404 } } });
     await show.message();
     assert.equal(await show.page.$eval("#message", (message) => message.getAttribute("role")), "alert");
     await expectNoViolations(show, "message");
 }
 
 async function TheGalleryKeepsTheRules() {
-    const show = await open("gallery.html");
+    const show = await openForAxe({ page: "gallery.html" });
     await show.page.waitForSelector("#controls:not([hidden])");
     await expectNoViolations(show, "gallery");
 }
 
 async function FitsNarrowPhones() {
-    const show = await open("", { viewport: { width: 360, height: 740 } });
+    const show = await openForAxe({ viewport: { width: 360, height: 740 } });
     await walkThroughTheShow(show, expectNoSidewaysScrolling);
     await show.page.goto(show.page.url() + "gallery.html");
     await show.page.waitForSelector("#controls:not([hidden])");
@@ -82,18 +77,18 @@ async function FitsNarrowPhones() {
 
 /** As in a window of 1280 by 1024 at 200 %. */
 async function FitsAtTwiceTheSize() {
-    const show = await open("", { viewport: { width: 640, height: 512, deviceScaleFactor: 2 } });
+    const show = await openForAxe({ viewport: { width: 640, height: 512, deviceScaleFactor: 2 } });
     await walkThroughTheShow(show, expectNoSidewaysScrolling);
 }
 
 async function TheFooterNamesTheVersions() {
-    const show = await open();
+    const show = await openForAxe();
     const footer = await show.page.$eval("#versions", (element) => element.textContent);
     assert.match(footer, /^Skovra \d+\.\d+\.\d+, built with Emscripten \d+\.\d+\.\d+ and Clang \d/);
 }
 
 async function FocusIsSeen() {
-    const show = await open();
+    const show = await openForAxe();
     await show.box();
     await show.page.keyboard.press("Tab");
     await show.page.keyboard.press("Tab");

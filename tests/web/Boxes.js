@@ -4,18 +4,10 @@
 const assert = require("node:assert/strict");
 
 const { run } = require("./lib/cases");
-const { openChromium } = require("./lib/browsers");
-const { serve } = require("./lib/site");
-const { boxes, title, visit } = require("./lib/visit");
+const { boxes, open, title } = require("./lib/visit");
 
 const fullScreenComment = "OK, fullskjermspowwah!";
 const windowComment = "Oh, oh, oh, getting all high and mighty, WINDOW MODE, yeah whatever.";
-
-async function open(options) {
-    const browser = await openChromium();
-    const site = await serve();
-    return visit(browser, site.address, options);
-}
 
 /** The caption of the button that has the focus. */
 function focused(show) {

@@ -65,4 +65,17 @@ ServesTheSite() {
         "$address" | diff - "$SITE/index.html"
 }
 
+OffersDownloads() {
+    mkdir "$scratch/offered"
+    echo package >"$scratch/offered/a \"b\" ø.zip"
+    (cd "$root" && script/web --downloads "$scratch/offered" 2>"$scratch/log")
+    python3 - "$SITE" <<'END'
+import json, os, sys, urllib.parse
+(download,) = json.load(open(os.path.join(sys.argv[1], "downloads.json")))
+assert download["name"] == 'a "b" ø.zip', download
+assert open(os.path.join(sys.argv[1], urllib.parse.unquote(download["file"]))).read() == "package\n"
+END
+    (cd "$root" && script/web 2>"$scratch/log")
+}
+
 "$1"

@@ -9,13 +9,7 @@ const path = require("node:path");
 const { run } = require("./lib/cases");
 const { openChromium } = require("./lib/browsers");
 const { serve } = require("./lib/site");
-const { Visit, visit } = require("./lib/visit");
-
-async function open(options = {}) {
-    const browser = await openChromium();
-    const site = await serve(options);
-    return visit(browser, site.address, options);
-}
+const { Visit, open, visit, watchAudio } = require("./lib/visit");
 
 /** A sentence, not a code: it begins with a capital letter and ends with a full stop. */
 async function expectSentence(show, pattern) {
@@ -164,17 +158,7 @@ async function APictureThatLiesAboutItsLengthIsLeftOut() {
 }
 
 async function AProgramThatFailsEndsTheShow() {
-    const show = await open({
-        prepare: () => {
-            const Real = window.AudioContext;
-            window.AudioContext = class extends Real {
-                constructor(options) {
-                    super(options);
-                    window.context = this;
-                }
-            };
-        },
-    });
+    const show = await open({ prepare: watchAudio });
     await show.answerBoxes(false);
     await show.playing();
     await show.page.evaluate(() => {

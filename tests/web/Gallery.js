@@ -5,14 +5,10 @@ const assert = require("node:assert/strict");
 const crypto = require("node:crypto");
 
 const { run } = require("./lib/cases");
-const { openChromium } = require("./lib/browsers");
-const { serve } = require("./lib/site");
-const { visit } = require("./lib/visit");
+const { open } = require("./lib/visit");
 
-async function open(options) {
-    const browser = await openChromium();
-    const site = await serve();
-    const gallery = await visit(browser, site.address + "gallery.html", options);
+async function openGallery(options = {}) {
+    const gallery = await open({ ...options, page: "gallery.html" });
     await gallery.page.waitForSelector("#controls:not([hidden])");
     return gallery;
 }
@@ -51,7 +47,7 @@ async function shownAfter(gallery, act) {
 const exhibits = (gallery) => gallery.page.$$("#exhibits button");
 
 async function EachKeyShowsItsOwnExhibit() {
-    const gallery = await open();
+    const gallery = await openGallery();
     await gallery.page.focus("#canvas");
     const seen = new Set([await shown(gallery)]);
     for (const key of "2345678") {
@@ -62,7 +58,7 @@ async function EachKeyShowsItsOwnExhibit() {
 }
 
 async function EachButtonShowsItsOwnExhibit() {
-    const gallery = await open();
+    const gallery = await openGallery();
     const buttons = await exhibits(gallery);
     assert.equal(buttons.length, 8);
     const seen = new Set([await shown(gallery)]);
@@ -74,7 +70,7 @@ async function EachButtonShowsItsOwnExhibit() {
 }
 
 async function FingersChooseAndTurn() {
-    const gallery = await open({
+    const gallery = await openGallery({
         viewport: { width: 360, height: 740, hasTouch: true, isMobile: true },
     });
     const buttons = await exhibits(gallery);
@@ -88,7 +84,7 @@ async function FingersChooseAndTurn() {
 }
 
 async function ArrowsTurnThereAndBack() {
-    const gallery = await open();
+    const gallery = await openGallery();
     await gallery.page.focus("#canvas");
     const first = await shown(gallery);
     await shownAfter(gallery, () => gallery.page.keyboard.press("ArrowLeft"));
@@ -96,14 +92,37 @@ async function ArrowsTurnThereAndBack() {
 }
 
 async function AnotherPressShowsMoreElectrons() {
-    const gallery = await open();
+    const gallery = await openGallery();
     await gallery.page.focus("#canvas");
     const one = await shownAfter(gallery, () => gallery.page.keyboard.press("3"));
     assert.notEqual(await shownAfter(gallery, () => gallery.page.keyboard.press("3")), one);
 }
 
+async function EachExhibitTakesFewDrawCalls() {
+    const gallery = await openGallery({
+        prepare: () => {
+            window.most = 0;
+            let calls = 0;
+            const { clear, drawArrays } = WebGL2RenderingContext.prototype;
+            WebGL2RenderingContext.prototype.clear = function (...rest) {
+                calls = 0;
+                clear.apply(this, rest);
+            };
+            WebGL2RenderingContext.prototype.drawArrays = function (...rest) {
+                window.most = Math.max(window.most, ++calls);
+                drawArrays.apply(this, rest);
+            };
+        },
+    });
+    for (const button of (await exhibits(gallery)).slice(1)) {
+        await shownAfter(gallery, () => button.click());
+    }
+    const most = await gallery.page.evaluate(() => window.most);
+    assert(most >= 1 && most <= 5, `${most} draw calls`);
+}
+
 async function EscapeLeaves() {
-    const gallery = await open();
+    const gallery = await openGallery();
     await gallery.page.focus("#canvas");
     await gallery.page.keyboard.press("Escape");
     await gallery.ended();
@@ -116,5 +135,6 @@ run({
     FingersChooseAndTurn,
     ArrowsTurnThereAndBack,
     AnotherPressShowsMoreElectrons,
+    EachExhibitTakesFewDrawCalls,
     EscapeLeaves,
 });

@@ -5,10 +5,9 @@
 const assert = require("node:assert/strict");
 const { execFileSync, spawnSync } = require("node:child_process");
 const fs = require("node:fs");
-const os = require("node:os");
 const path = require("node:path");
 
-const { later, run } = require("./lib/cases");
+const { run, scratchFolder } = require("./lib/cases");
 const { openChromium } = require("./lib/browsers");
 const { serve } = require("./lib/site");
 const { visit } = require("./lib/visit");
@@ -27,12 +26,6 @@ const keepPictures = () => {
         return getContext.call(this, kind, { ...wanted, preserveDrawingBuffer: true });
     };
 };
-
-function scratchFolder() {
-    const folder = fs.mkdtempSync(path.join(os.tmpdir(), "skovra-pictures-"));
-    later(() => fs.rmSync(folder, { recursive: true, force: true }));
-    return folder;
-}
 
 async function save(visited, file) {
     const url = await visited.page.$eval("#canvas", (canvas) => canvas.toDataURL("image/png"));

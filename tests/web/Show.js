@@ -3,27 +3,15 @@
 
 const assert = require("node:assert/strict");
 const { execFileSync } = require("node:child_process");
-const fs = require("node:fs");
-const os = require("node:os");
 const path = require("node:path");
 
-const { later, run } = require("./lib/cases");
-const { openChromium } = require("./lib/browsers");
-const { serve } = require("./lib/site");
-const { visit } = require("./lib/visit");
-
-async function open(options = {}) {
-    const browser = await openChromium(options.browser);
-    const site = await serve(options.site);
-    return visit(browser, site.address, options);
-}
+const { run, scratchFolder } = require("./lib/cases");
+const { open } = require("./lib/visit");
 
 /** What the native program prints, a character a byte; each 1 is a drawing. */
 function nativeOutput() {
-    const folder = fs.mkdtempSync(path.join(os.tmpdir(), "skovra-output-"));
-    later(() => fs.rmSync(folder, { recursive: true, force: true }));
     const recorder = path.join(process.env.PROGRAMS, "skovra-record");
-    const wanted = ["--size", "64x48", "--trace", "--wav", path.join(folder, "sound.wav")];
+    const wanted = ["--size", "64x48", "--trace", "--wav", path.join(scratchFolder(), "sound.wav")];
     return execFileSync(recorder, wanted, { stdio: ["ignore", "pipe", "ignore"] }).toString("latin1");
 }
 
@@ -70,7 +58,7 @@ async function TheEndOffersWhatIsBesideIt() {
         { name: "no address", file: "javascript:alert(1)" },
     ];
     const show = await open({
-        site: { faults: { "downloads.json": { bytes: Buffer.from(JSON.stringify(list)) } } },
+        faults: { "downloads.json": { bytes: Buffer.from(JSON.stringify(list)) } },
     });
     await show.answerBoxes(false);
     await show.playing();

@@ -7,31 +7,14 @@ const assert = require("node:assert/strict");
 const { run } = require("./lib/cases");
 const { openChromium } = require("./lib/browsers");
 const { serve } = require("./lib/site");
-const { visit } = require("./lib/visit");
-
-/** In the page: what becomes of its audio context. */
-function watch() {
-    const Real = window.AudioContext;
-    window.chunks = 0;
-    window.AudioContext = class extends Real {
-        constructor(options) {
-            super(options);
-            window.context = this;
-        }
-
-        createBufferSource() {
-            ++window.chunks;
-            return super.createBufferSource();
-        }
-    };
-}
+const { open, visit, watchAudio } = require("./lib/visit");
 
 class QuietVisit {
     static async open() {
         const browser = await openChromium({ ignoreDefaultArgs: ["--mute-audio"] });
         const site = await serve();
         const quiet = new QuietVisit();
-        quiet.show = await visit(browser, site.address, { prepare: watch });
+        quiet.show = await visit(browser, site.address, { prepare: watchAudio });
         quiet.session = await quiet.show.page.createCDPSession();
         return quiet;
     }
@@ -95,4 +78,30 @@ async function EscapeAloneIsSilentUntilAClick() {
     quiet.show.expectNothingUncaught();
 }
 
-run({ TheFirstOkLetsSoundBegin, EscapeAloneIsSilentUntilAClick });
+/** Where a browser slows timers down, and draws nothing. */
+async function GoesOnInTheBackground() {
+    const show = await open({
+        browser: { ignoreDefaultArgs: ["--mute-audio"] },
+        prepare: watchAudio,
+    });
+    await show.answerBoxes(false);
+    await show.playing();
+    await show.page.waitForFunction(() => window.chunks > 20, { timeout: 30000 });
+    const now = () =>
+        show.page.evaluate(() => ({
+            chunks: window.chunks,
+            seconds: window.context.currentTime,
+            hidden: document.hidden,
+        }));
+    const other = await show.page.browser().newPage();
+    await other.bringToFront();
+    const begin = await now();
+    assert(begin.hidden);
+    await new Promise((later) => setTimeout(later, 8000));
+    const end = await now();
+    const scheduled = ((end.chunks - begin.chunks) * 4096) / 44100;
+    assert(scheduled > 0.9 * (end.seconds - begin.seconds), `${scheduled} s in ${end.seconds - begin.seconds} s`);
+    show.expectNothingUncaught();
+}
+
+run({ TheFirstOkLetsSoundBegin, EscapeAloneIsSilentUntilAClick, GoesOnInTheBackground });

@@ -1,6 +1,8 @@
 // Alert boxes with GTK, in this process, on the X server that the show's window will be on.
 #include <Carbon/Carbon.h>
 
+#include "AlertText.h"
+
 #include <X11/Xlib.h>
 #include <gtk/gtk.h>
 
@@ -19,7 +21,6 @@ struct OpaqueDialogPtr {
 namespace {
 
 constexpr OSStatus noDisplay = -1;
-constexpr OSStatus noAlert = -50;
 
 /// GTK replaces the handlers of X errors and of SIGPIPE for the whole process, permanently; errors
 /// on GLUT's own connection would then go unnoticed.
@@ -58,20 +59,6 @@ bool Started() {
     // If the display is lost meanwhile, GTK ends the process at once, without flushing output.
     std::fflush(stdout);
     return prepared && gtk_init_check(nullptr, nullptr) != FALSE;
-}
-
-std::string Utf8(CFStringRef string) {
-    std::string text(256, '\0');
-    constexpr std::string::size_type longest = 1 << 20;
-    while (CFStringGetCString(string, text.data(), static_cast<CFIndex>(text.size()),
-                              kCFStringEncodingUTF8) == 0) {
-        if (string == nullptr || text.size() >= longest) {
-            return {};
-        }
-        text.resize(text.size() * 2);
-    }
-    text.resize(text.find('\0'));
-    return text;
 }
 
 void AddButton(GtkDialog* box, const std::string& caption, DialogItemIndex item) {
@@ -141,7 +128,7 @@ OSStatus CreateStandardAlert(AlertType, CFStringRef error, CFStringRef explanati
 OSStatus RunStandardAlert(DialogRef alert, ModalFilterUPP, DialogItemIndex* itemHit) {
     *itemHit = 0;
     if (alert == nullptr) {
-        return noAlert;
+        return invalidAlert;
     }
     const std::unique_ptr<OpaqueDialogPtr> shown(alert);
     const KeptHandlers handlers;

@@ -1,6 +1,8 @@
 // Alert boxes as dialogs of the page.
 #include <Carbon/Carbon.h>
 
+#include "AlertText.h"
+
 #include <memory>
 #include <string>
 
@@ -21,26 +23,6 @@ struct OpaqueDialogPtr {
     int defaultItem;
     int cancelItem;
 };
-
-namespace {
-
-constexpr OSStatus invalidAlert = -50;
-
-std::string Utf8(CFStringRef string) {
-    std::string text(256, '\0');
-    constexpr std::string::size_type longest = 1 << 20;
-    while (CFStringGetCString(string, text.data(), static_cast<CFIndex>(text.size()),
-                              kCFStringEncodingUTF8) == 0) {
-        if (string == nullptr || text.size() >= longest) {
-            return {};
-        }
-        text.resize(text.size() * 2);
-    }
-    text.resize(text.find('\0'));
-    return text;
-}
-
-} // namespace
 
 extern "C" {
 

@@ -1,5 +1,5 @@
 // An alert as a modal dialog of the page, styled by the page.
-mergeInto(LibraryManager.library, {
+mergeInto(LibraryManager["library"], {
     $SkovraAlert: {
         okButton: 1,
         cancelButton: 2,

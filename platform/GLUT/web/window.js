@@ -2,7 +2,7 @@
 // go full screen; context, its WebGL 2 context or null; onWindow() before it is shown;
 // onContextLost(isLost) when the browser has kept the graphics from us for long, and when they are
 // back; onThrown(thrown) for what left the program.
-mergeInto(LibraryManager.library, {
+mergeInto(LibraryManager["library"], {
     $SkovraWindow__deps: ["$SkovraGl"],
     $SkovraWindow: {
         eventWork: 0,

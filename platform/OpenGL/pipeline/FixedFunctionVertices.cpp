@@ -125,9 +125,14 @@ static std::array<float, 2> SphereMap(const Vector4& eyePosition, const Vector3&
 
 Vector3 FixedFunction::TextureOf(const Vector4& position, const Vector4& eyePosition) const {
     Vector4 place = {current.texCoord[0], current.texCoord[1], 0, 1};
+    const bool mirrors =
+        std::any_of(generated.begin(), generated.end(), [](const auto& coordinate) {
+            return coordinate.enabled && coordinate.mode == GL_SPHERE_MAP;
+        });
+    const auto mirrored = mirrors ? SphereMap(eyePosition, EyeNormal()) : current.texCoord;
     for (std::size_t i = 0; i < generated.size(); ++i) {
         if (generated[i].enabled) {
-            place[i] = generated[i].mode == GL_SPHERE_MAP   ? SphereMap(eyePosition, EyeNormal())[i]
+            place[i] = generated[i].mode == GL_SPHERE_MAP   ? mirrored[i]
                        : generated[i].mode == GL_EYE_LINEAR ? eyePosition[i]
                                                             : position[i];
         }

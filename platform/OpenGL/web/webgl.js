@@ -2,7 +2,7 @@
 // needs. Asks the context nothing while frames are drawn: it would wait for the graphics card.
 "use strict";
 
-mergeInto(LibraryManager.library, {
+mergeInto(LibraryManager["library"], {
     $SkovraGl: {
         context: null, // null: there is none, or it is lost
         programs: {}, // by what their pixels need: { program, alphaReference }

@@ -1,6 +1,7 @@
 // PNG file to pixels in memory, with libpng.
 #include "PngImage.h"
 
+#include "Chunks.h"
 #include "NeededChunks.h"
 #include "TextureImage.h"
 
@@ -48,8 +49,7 @@ void ReadNeeded(png_structp png, png_bytep bytes, std::size_t count) {
 // Which damage is only a warning differs between versions of libpng. It also warns of what follows
 // the picture in its IDAT chunks.
 void Warn(png_structp png, png_const_charp) {
-    constexpr png_uint_32 pixels = 0x49444154; // IDAT
-    if (png_get_io_chunk_type(png) != pixels) {
+    if (png_get_io_chunk_type(png) != pixelsChunk) {
         png_longjmp(png, 1);
     }
 }

@@ -1,5 +1,6 @@
 #include "PictureFormat.h"
 
+#include "Chunks.h"
 #include "NeededChunks.h"
 #include "TextureImage.h"
 
@@ -13,14 +14,8 @@ namespace glpng {
 
 namespace {
 
-constexpr std::size_t signatureBytes = 8;
 constexpr std::array<unsigned char, signatureBytes> signature = {0x89, 'P',  'N',  'G',
                                                                  '\r', '\n', 0x1A, '\n'};
-
-constexpr std::uint32_t headerName = 0x49484452;       // IHDR
-constexpr std::uint32_t paletteName = 0x504C5445;      // PLTE
-constexpr std::uint32_t transparencyName = 0x74524E53; // tRNS
-constexpr std::uint32_t pixelsName = 0x49444154;       // IDAT
 
 constexpr unsigned int palette = 3; // a colour type, of these bits:
 constexpr unsigned int colourBit = 2;
@@ -29,11 +24,6 @@ constexpr unsigned int alphaBit = 4;
 constexpr std::size_t maxColours = 256;
 
 using Bytes = std::vector<unsigned char>;
-
-std::uint32_t BigEndian(const unsigned char* bytes) {
-    return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
-           static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
-}
 
 bool IsDepthOf(unsigned int colourType, unsigned int depth) {
     switch (colourType) {
@@ -59,14 +49,14 @@ public:
     /// Whether a chunk may be as long, where it is.
     bool MayFollow(std::uint32_t name, std::size_t bytes) const {
         switch (name) {
-        case headerName:
+        case headerChunk:
             return !hasHeader && bytes == 13;
-        case paletteName:
+        case paletteChunk:
             return colours == 0 && !hasTransparency && MayHavePalette() && bytes > 0 &&
                    bytes % 3 == 0 && bytes <= 3 * maxColours;
-        case transparencyName:
+        case transparencyChunk:
             return !format.hasAlpha && bytes > 0 && bytes == TransparencyBytes(bytes);
-        case pixelsName:
+        case pixelsChunk:
             return colourType != palette || colours > 0;
         default:
             return false; // needed, and not known
@@ -75,11 +65,11 @@ public:
 
     /// False: the header says what cannot be.
     bool Take(std::uint32_t name, const Bytes& data) {
-        if (name == headerName) {
+        if (name == headerChunk) {
             hasHeader = true;
             return TakeHeader(data.data());
         }
-        if (name == paletteName) {
+        if (name == paletteChunk) {
             // What a pixel cannot name is not used.
             colours = std::min(data.size() / 3,
                                colourType == palette ? std::size_t{1} << format.depth : maxColours);
@@ -139,7 +129,7 @@ bool ReadToPixels(NeededChunks& chunks, Beginning& beginning) {
         if (!beginning.MayFollow(name, length)) {
             return false;
         }
-        if (name == pixelsName) {
+        if (name == pixelsChunk) {
             return true;
         }
         Bytes data(length);

@@ -1,14 +1,11 @@
 // Chromium and Firefox, with a profile of their own that is removed.
 "use strict";
 
-const fs = require("node:fs");
-const os = require("node:os");
-const path = require("node:path");
 const { spawn } = require("node:child_process");
 
 const puppeteer = require("puppeteer-core");
 
-const { later } = require("./cases");
+const { later, scratchFolder } = require("./cases");
 
 const chromiumArguments = [
     "--no-sandbox",
@@ -19,12 +16,6 @@ const chromiumArguments = [
     "--disable-sync",
     "--no-first-run",
 ];
-
-function scratchFolder() {
-    const folder = fs.mkdtempSync(path.join(os.tmpdir(), "skovra-web-"));
-    later(() => fs.rmSync(folder, { recursive: true, force: true }));
-    return folder;
-}
 
 /** Headless. @p options: as of puppeteer.launch. */
 async function openChromium(options = {}) {

@@ -2,6 +2,10 @@
 // resolves; whatever it opened with `later` is closed after it, in the opposite order.
 "use strict";
 
+const fs = require("node:fs");
+const os = require("node:os");
+const path = require("node:path");
+
 const undo = [];
 
 /** Calls @p action when the case is over, however it ends. */
@@ -17,6 +21,13 @@ async function close() {
             console.error("while closing:", problem);
         }
     }
+}
+
+/** A folder that is removed when the case is over. */
+function scratchFolder() {
+    const folder = fs.mkdtempSync(path.join(os.tmpdir(), "skovra-web-"));
+    later(() => fs.rmSync(folder, { recursive: true, force: true }));
+    return folder;
 }
 
 /** Runs the function of @p cases that the command line names; exit status 1 if it throws. */
@@ -37,4 +48,4 @@ async function run(cases) {
     process.exit(status);
 }
 
-module.exports = { later, run };
+module.exports = { later, run, scratchFolder };

@@ -3,6 +3,9 @@
 
 const assert = require("node:assert/strict");
 
+const { openChromium } = require("./browsers");
+const { serve } = require("./site");
+
 /** The boxes of the show: title, text, captions of their buttons. */
 const title = '"QVZ 02 - Skovra"';
 const boxes = [
@@ -126,4 +129,31 @@ async function visit(browser, address, options = {}) {
     return seen;
 }
 
-module.exports = { Visit, boxes, title, visit };
+/** In the page, before its scripts: notes its audio context, and how many chunks it was given. */
+function watchAudio() {
+    const Real = window.AudioContext;
+    window.chunks = 0;
+    window.AudioContext = class extends Real {
+        constructor(options) {
+            super(options);
+            window.context = this;
+        }
+
+        createBufferSource() {
+            ++window.chunks;
+            return super.createBufferSource();
+        }
+    };
+}
+
+/**
+ * Opens @p options.page ("", the show) of a site of its own in Chromium. Options besides: those of
+ * serve, of visit, and, as @p options.browser, of openChromium.
+ */
+async function open(options = {}) {
+    const browser = await openChromium(options.browser);
+    const site = await serve(options);
+    return visit(browser, site.address + (options.page || ""), options);
+}
+
+module.exports = { Visit, boxes, open, title, visit, watchAudio };

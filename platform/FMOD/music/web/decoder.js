@@ -1,7 +1,7 @@
 // The browser's decoder, for BrowserDecoder.cpp.
 "use strict";
 
-mergeInto(LibraryManager.library, {
+mergeInto(LibraryManager["library"], {
     $SkovraMusic: {
         all: [],
     },

@@ -1,7 +1,7 @@
 // The page's audio context, for PageOutput.cpp.
 "use strict";
 
-mergeInto(LibraryManager.library, {
+mergeInto(LibraryManager["library"], {
     $SkovraAudio: {
         periodMs: 50,
         gestures: ["pointerup", "click", "keydown", "touchend"],

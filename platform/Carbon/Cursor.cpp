@@ -6,6 +6,7 @@
 namespace {
 
 OSStatus SetCursor(int cursor) {
+    // Without a window freeglut would end the process.
     if (glutGetWindow() != 0) {
         glutSetCursor(cursor);
     }
